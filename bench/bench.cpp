@@ -1,0 +1,215 @@
+// Measures each stage of a file's road in bytes of file text per second, and the memory it takes in
+// bytes per byte of file, beside a plain read of the same file in the same run.
+//   ovik_bench [FILE] [--benchmark_...]   without FILE, a synthetic IFC4 model of 50 MB
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "bench/synthetic.h"
+#include "ovik/parser.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace parser = Ovik::IfcParser;
+
+constexpr std::uint64_t kModelBytes = 50'000'000;
+
+/// What a stage leaves behind, kept until it has been weighed.
+using Kept = std::shared_ptr<void>;
+using Stage = std::function<Kept()>;
+
+std::size_t allocatedBytes() {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+/// The field of /proc/self/status, which is in kB.
+std::size_t statusBytes(const std::string& field) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with(field)) return std::stoul(line.substr(field.size())) * 1024;
+    return 0;
+}
+
+/// Runs a stage once and notes the memory that it has allocated at its end and at its highest.
+void weigh(benchmark::State& state, const Stage& stage, std::uint64_t fileBytes) {
+    malloc_trim(0);
+    std::ofstream("/proc/self/clear_refs") << "5";  // the peak starts anew from here
+    const std::size_t resident = statusBytes("VmRSS:");
+    const std::size_t allocated = allocatedBytes();
+    const Kept kept = stage();
+    const auto perByte = [&](std::size_t now, std::size_t before) {
+        return now < before ? 0.0
+                            : static_cast<double>(now - before) / static_cast<double>(fileBytes);
+    };
+    state.counters["held_B/B"] = perByte(allocatedBytes(), allocated);
+    state.counters["peak_B/B"] = perByte(statusBytes("VmHWM:"), resident);
+}
+
+void setRate(benchmark::State& state, std::uint64_t fileBytes) {
+    state.counters["MB/s"] = benchmark::Counter(static_cast<double>(fileBytes) / 1e6,
+                                                benchmark::Counter::kIsIterationInvariantRate);
+}
+
+/// Registers a stage; giving back what it has made is not part of its time.
+void addStage(const char* name, std::uint64_t fileBytes, const Stage& stage) {
+    benchmark::RegisterBenchmark(name,
+                                 [=](benchmark::State& state) {
+                                     weigh(state, stage, fileBytes);
+                                     for ([[maybe_unused]] auto _ : state) {
+                                         Kept kept = stage();
+                                         state.PauseTiming();
+                                         kept.reset();
+                                         state.ResumeTiming();
+                                     }
+                                     setRate(state, fileBytes);
+                                 })
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+}
+
+Kept plainRead(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::string chunk(1 << 16, '\0');
+    std::uint64_t total = 0;
+    while (stream.read(chunk.data(), static_cast<std::streamsize>(chunk.size())) ||
+           stream.gcount() > 0)
+        total += static_cast<std::uint64_t>(stream.gcount());
+    benchmark::DoNotOptimize(total);
+    return nullptr;
+}
+
+/// Drops everything that the parser hands over.
+class NullOutput final : public parser::Output {
+ public:
+    bool setHeader(parser::ParsedHeader*& header) override {
+        delete std::exchange(header, nullptr);
+        return true;
+    }
+    void addData(int, parser::PooledName*, parser::ItemList* items, double) override {
+        items->release();
+    }
+    void endOfFile() override {}
+};
+
+Kept scan(const fs::path& file) {
+    std::ifstream stream(file);
+    NullOutput output;
+    parser::Scanner scanner(&stream, nullptr, &output);
+    parser::TokenValue value;
+    parser::Location location;
+    scanner.setTarget(&value, &location);
+    while (const int token = scanner.yylex())
+        if (token == parser::Token::IFCTYPE || token == parser::Token::ENUM) value.name->release();
+    return nullptr;
+}
+
+Kept parse(const fs::path& file) {
+    std::ifstream stream(file);
+    NullOutput output;
+    parser::parseStream(stream, nullptr, &output);
+    return nullptr;
+}
+
+Kept load(const fs::path& file, Ovik::ProgressMeter* meter = nullptr) {
+    Ovik::IfcModel* model = Ovik::IfcModel::read(file, nullptr, meter);
+    if (!model) throw std::runtime_error(file.string() + " gives no model");
+    return {model, [](Ovik::IfcModel* m) { m->release(); }};
+}
+
+std::shared_ptr<Ovik::IfcParsedStream> readItems(const fs::path& file) {
+    auto items = std::make_shared<Ovik::IfcParsedStream>();
+    if (!items->read(file, nullptr, nullptr))
+        throw std::runtime_error(file.string() + " is not complete");
+    return items;
+}
+
+/// Tells the end of a load from its parse: the time from the last record to the end goes to the
+/// second pass, the validation and the hand-over of the entities to the model.
+class EndMeter final : public Ovik::ProgressMeter {
+ public:
+    void start(std::uint64_t) override { last_ = Clock::now(); }
+    void progress(std::uint64_t) override { last_ = Clock::now(); }
+    void finish() override { seconds_ = Clock::now() - last_; }
+    double seconds() const { return seconds_.count(); }
+
+ private:
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point last_;
+    std::chrono::duration<double> seconds_{};
+};
+
+void addValidate(const fs::path& file, std::uint64_t fileBytes) {
+    benchmark::RegisterBenchmark("validate",
+                                 [=](benchmark::State& state) {
+                                     for ([[maybe_unused]] auto _ : state) {
+                                         EndMeter meter;
+                                         load(file, &meter);
+                                         state.SetIterationTime(meter.seconds());
+                                     }
+                                     setRate(state, fileBytes);
+                                 })
+        ->Unit(benchmark::kMillisecond)
+        ->UseManualTime();
+}
+
+void addStages(const fs::path& file, const fs::path& copy) {
+    const std::uint64_t bytes = fs::file_size(file);
+    addStage("read", bytes, [=] { return plainRead(file); });
+    addStage("scan", bytes, [=] { return scan(file); });
+    addStage("parse", bytes, [=] { return parse(file); });
+    addStage("load", bytes, [=] { return load(file); });
+    addValidate(file, bytes);
+
+    // Made at the first use, so that a filter that leaves a stage out leaves out its cost too.
+    addStage("write", bytes, [=, model = Kept()]() mutable -> Kept {
+        if (!model) model = load(file);
+        static_cast<Ovik::IfcModel*>(model.get())->write(copy, Ovik::IfcHeader());
+        return nullptr;
+    });
+    addStage("compare", bytes,
+             [=, a = std::shared_ptr<Ovik::IfcParsedStream>(),
+              b = std::shared_ptr<Ovik::IfcParsedStream>()]() mutable -> Kept {
+                 if (!a) a = readItems(file);
+                 if (!b) b = readItems(file);
+                 benchmark::DoNotOptimize(a->isEqualTo(*b, nullptr, 1e-9, false));
+                 return nullptr;
+             });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (argc > 2) {
+        std::cerr << "usage: ovik_bench [FILE] [--benchmark_...]\n";
+        return 2;
+    }
+    const fs::path folder = fs::temp_directory_path() / "ovik-bench";
+    fs::create_directories(folder);
+    fs::path file = argc == 2 ? fs::path(argv[1]) : folder / "synthetic.ifc";
+    if (argc == 1) {
+        Ovik::IfcModel* model = bench::makeModel(Ovik::eIFC4, kModelBytes);
+        model->write(file, Ovik::IfcHeader());
+        model->release();
+    }
+    int status = 0;
+    try {
+        addStages(file, folder / "copy.ifc");
+        benchmark::RunSpecifiedBenchmarks();
+    } catch (const std::exception& error) {
+        std::cerr << "ovik_bench: " << error.what() << '\n';
+        status = 1;
+    }
+    fs::remove_all(folder);
+    return status;
+}

@@ -1,0 +1,32 @@
+// ASCII text helpers. Nothing here looks at the process locale.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace Ovik {
+
+constexpr char toLowerAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+constexpr char toUpperAscii(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+/// Compares two texts with ASCII letters folded to lower case, bytes taken as unsigned:
+/// negative, zero or positive as `a` stands before, with or after `b`.
+constexpr int compareNoCase(const char* a, const char* b) {
+    for (;; ++a, ++b) {
+        const int x = static_cast<unsigned char>(toLowerAscii(*a));
+        const int y = static_cast<unsigned char>(toLowerAscii(*b));
+        if (x != y || x == 0) return x - y;
+    }
+}
+
+/// 7-bit text as wide text, byte by byte.
+inline std::wstring widen(std::string_view text) {
+    return std::wstring(text.begin(), text.end());
+}
+
+}  // namespace Ovik

@@ -1,0 +1,148 @@
+// The log of a load. Its file is UTF-8; the conversion takes any character, so that odd text in a
+// message can't stop the log.
+#include "ovik/base/errlog.h"
+
+#include <cstring>
+#include <cwchar>
+#include <exception>
+#include <locale>
+#include <utility>
+
+#include "ovik/base/ascii.h"
+
+namespace Ovik {
+namespace {
+
+// Wide text to UTF-8, for writing only. A pair of 16-bit surrogates becomes one character; what is
+// no character becomes U+FFFD.
+class Utf8Conversion final : public std::codecvt<wchar_t, char, std::mbstate_t> {
+ protected:
+    result do_out(std::mbstate_t& state, const wchar_t* from, const wchar_t* fromEnd,
+                  const wchar_t*& fromNext, char* to, char* toEnd, char*& toNext) const override {
+        fromNext = from;
+        toNext = to;
+        for (; fromNext != fromEnd; ++fromNext) {
+            // Room for a stranded surrogate and the character after it.
+            if (toEnd - toNext < 2 * kLongest) return partial;
+            const auto c = static_cast<char32_t>(*fromNext);
+            const char32_t high = takeHigh(state);
+            const bool isLow = c >= 0xDC00 && c <= 0xDFFF;
+            if (high && isLow) {
+                put(0x10000 + ((high - 0xD800) << 10) + (c - 0xDC00), toNext);
+                continue;
+            }
+            if (high) put(kReplacement, toNext);
+            if (c >= 0xD800 && c <= 0xDBFF) {
+                keepHigh(state, c);
+            } else {
+                put(isLow || c > 0x10FFFF ? kReplacement : c, toNext);
+            }
+        }
+        return ok;
+    }
+
+    result do_unshift(std::mbstate_t& state, char* to, char* toEnd, char*& toNext) const override {
+        toNext = to;
+        if (toEnd - to < kLongest) return partial;
+        if (takeHigh(state)) put(kReplacement, toNext);
+        return ok;
+    }
+
+    bool do_always_noconv() const noexcept override { return false; }
+    int do_encoding() const noexcept override { return -1; }
+    int do_max_length() const noexcept override { return 2 * kLongest; }
+
+ private:
+    static constexpr int kLongest = 4;
+    static constexpr char32_t kReplacement = 0xFFFD;
+
+    static void put(char32_t c, char*& to) {
+        const auto tail = [&](int shift) {
+            *to++ = static_cast<char>(0x80 | ((c >> shift) & 0x3F));
+        };
+        if (c < 0x80) {
+            *to++ = static_cast<char>(c);
+        } else if (c < 0x800) {
+            *to++ = static_cast<char>(0xC0 | (c >> 6));
+            tail(0);
+        } else if (c < 0x10000) {
+            *to++ = static_cast<char>(0xE0 | (c >> 12));
+            tail(6);
+            tail(0);
+        } else {
+            *to++ = static_cast<char>(0xF0 | (c >> 18));
+            tail(12);
+            tail(6);
+            tail(0);
+        }
+    }
+
+    // The conversion's state is a high surrogate that waits for its other half, or 0.
+    static_assert(sizeof(std::mbstate_t) >= sizeof(char16_t));
+    static char32_t takeHigh(std::mbstate_t& state) {
+        char16_t high = 0;
+        std::memcpy(&high, &state, sizeof high);
+        state = {};
+        return high;
+    }
+    static void keepHigh(std::mbstate_t& state, char32_t c) {
+        const auto high = static_cast<char16_t>(c);
+        std::memcpy(&state, &high, sizeof high);
+    }
+};
+
+std::wstring wideName(const std::filesystem::path& path) {
+    try {
+        return path.wstring();
+    } catch (const std::exception&) {
+        return widen(path.string());
+    }
+}
+
+}  // namespace
+
+ErrLog::ErrLog(const wchar_t* path) {
+    if (!path) throw static_cast<wchar_t*>(nullptr);
+    fileName_ = path;
+    path_ = path;
+}
+
+ErrLog::ErrLog(const std::filesystem::path& path) : fileName_(wideName(path)), path_(path) {}
+
+ErrLog::ErrLog(ErrLog&& other) noexcept
+    : fileName_(std::exchange(other.fileName_, {})),
+      path_(std::exchange(other.path_, {})),
+      stream_(std::move(other.stream_)),
+      warnings_(std::exchange(other.warnings_, {})),
+      initialized_(std::exchange(other.initialized_, false)) {}
+
+ErrLog& ErrLog::operator=(ErrLog&& other) noexcept {
+    if (this == &other) return *this;
+    fileName_ = std::exchange(other.fileName_, {});
+    path_ = std::exchange(other.path_, {});
+    stream_ = std::move(other.stream_);
+    warnings_ = std::exchange(other.warnings_, {});
+    initialized_ = std::exchange(other.initialized_, false);
+    return *this;
+}
+
+std::wostream& ErrLog::log() {
+    if (!initialized_) {
+        stream_.imbue(std::locale(std::locale::classic(), new Utf8Conversion));
+        stream_.open(path_);
+        initialized_ = true;
+    }
+    return stream_;
+}
+
+bool ErrLog::addWarning(int code, const wchar_t* text) {
+    const std::wstring words = text ? text : L"";
+    const auto [first, last] = warnings_.equal_range(code);
+    for (auto entry = first; entry != last; ++entry) {
+        if (entry->second == words) return false;
+    }
+    warnings_.emplace_hint(last, code, words);
+    return true;
+}
+
+}  // namespace Ovik

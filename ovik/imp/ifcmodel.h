@@ -1,0 +1,90 @@
+// The model: the container of all entities of one building-information file.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+
+#include "ovik/base/export.h"
+#include "ovik/imp/schemaid.h"
+
+namespace Ovik {
+
+class ErrLog;
+class IfcEntity;
+class IfcHeader;
+class ProgressMeter;
+struct ModelImp;
+
+/// How `IfcModel::read` takes a file.
+struct IfcReadOptions {
+    /// Tolerates what files in circulation often get wrong: `$` for a required string or
+    /// enumeration, a value for a derived attribute, a missing list item.
+    bool lenient = true;
+};
+
+/// A sequence of entities of one schema, and the owner of them and of the slots that their handles
+/// lead to. Entities are found by position, by following references, or by a walk with `isKindOf`;
+/// none is ever taken out. Counted by reference: who gets a model from `create` or `read` owns one
+/// reference and gives it back with `release`. One thread at a time; the count is plain.
+class OVIK_API IfcModel {
+ public:
+    IfcModel(const IfcModel&) = delete;  // entities can't be copied, and handles lead to one model
+    IfcModel& operator=(const IfcModel&) = delete;
+
+    /// Takes one more reference.
+    virtual void addRef() = 0;
+    /// Gives back a reference. The last one destroys the model with all its entities.
+    virtual void release() = 0;
+
+    virtual std::uint64_t getNumEntities() const = 0;
+    /// The entity at `index`, which is not checked. The model keeps owning it.
+    virtual IfcEntity* get(std::uint64_t index) const = 0;
+    /// Makes room for `count` entities, and for as many more as there are already. Does nothing if
+    /// there are `count` already. The number of entities stays.
+    virtual void reserve(std::uint64_t count) = 0;
+    virtual EIfcSchemaId schemaId() const = 0;
+
+    /// Adds relations to the back references of what they relate, and sets the `userData` of every
+    /// entity to 0. Adds them again at each call.
+    virtual void buildBackRefs() = 0;
+
+ protected:
+    explicit IfcModel(std::unique_ptr<ModelImp> imp);
+    virtual ~IfcModel();
+
+    ModelImp* imp() const { return imp_.get(); }
+
+ public:
+    /// A new empty model; null for an unknown schema. With `makeGuids` every new entity with a
+    /// `GlobalId` gets a new one, or the fixed `Base64Guid::testGuid` if `useTestGuid` is true too.
+    static IfcModel* create(EIfcSchemaId schema, bool makeGuids, bool useTestGuid);
+
+    /// A new model from a STEP physical file, with one reference for the caller. Null if the file
+    /// can't be opened, ends or breaks in its header, or has another schema than IFC2X3 and IFC4;
+    /// only the last two are logged. Whatever else is wrong costs no more than the records it
+    /// stands in, each with a line in `log`. The entities are in ascending order of their instance
+    /// numbers. All arguments but `path` may be null: no log, no progress, lenient, header not
+    /// wanted. Two files must not be read at the same time in a process.
+    static IfcModel* read(const wchar_t* path, ErrLog* log = nullptr,
+                          ProgressMeter* meter = nullptr, const IfcReadOptions* options = nullptr,
+                          IfcHeader* header = nullptr);
+    static IfcModel* read(const std::filesystem::path& path, ErrLog* log = nullptr,
+                          ProgressMeter* meter = nullptr, const IfcReadOptions* options = nullptr,
+                          IfcHeader* header = nullptr);
+
+    /// Writes the model to a STEP physical file, which is overwritten. False if the file can't be
+    /// opened; failures after that are not told. The instances are numbered anew from 1, depth
+    /// first in the order of the model. An empty time stamp of `header` gives the local time of
+    /// now; its implementation level and schema are not used.
+    bool write(const wchar_t* path, const IfcHeader& header) const;
+    bool write(const std::filesystem::path& path, const IfcHeader& header) const;
+
+ private:
+    friend class IfcEntity;
+    friend class IfcReader;
+
+    std::unique_ptr<ModelImp> imp_;
+};
+
+}  // namespace Ovik

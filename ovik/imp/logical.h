@@ -1,0 +1,30 @@
+// The three-valued logical of the schemas.
+#pragma once
+
+#include <cstdint>
+
+namespace Ovik {
+
+/// True, false or unknown.
+class Logical {
+ public:
+    /// Unknown.
+    constexpr Logical() = default;
+    constexpr Logical(bool b) : value_(b ? kTrue : kFalse) {}
+
+    constexpr bool isKnown() const { return value_ != kUnknown; }
+    constexpr bool isUnknown() const { return value_ == kUnknown; }
+
+    /// True only for true: unknown converts to false.
+    constexpr operator bool() const { return value_ == kTrue; }
+
+ private:
+    // True is zero.
+    static constexpr std::uint32_t kTrue = 0;
+    static constexpr std::uint32_t kFalse = 1;
+    static constexpr std::uint32_t kUnknown = 2;
+
+    std::uint32_t value_ = kUnknown;
+};
+
+}  // namespace Ovik

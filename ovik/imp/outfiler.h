@@ -1,0 +1,78 @@
+// What entities, selects, aggregates and enumerations write themselves to.
+#pragma once
+
+#include <memory>
+
+#include "ovik/base/export.h"
+
+namespace Ovik {
+
+class Base64Guid;
+class IfcEntity;
+class Logical;
+class XBinary;
+class XString;
+class IfcOutFilerImp;
+
+/// Builds the records of one writing. Values go to the innermost open scope, separated by commas;
+/// entities are numbered when first reached. One thread, within one write.
+class OVIK_API IfcOutFiler {
+ public:
+    explicit IfcOutFiler(std::unique_ptr<IfcOutFilerImp> imp);
+    ~IfcOutFiler();
+    IfcOutFiler(const IfcOutFiler&) = delete;
+    IfcOutFiler& operator=(const IfcOutFiler&) = delete;
+
+    void writeNull();                         ///< `$`
+    void writeDerived();                      ///< `*`
+    void writeReference(unsigned number);     ///< `#12`, or `$` for 0
+    void writeEnum(const char* text);         ///< `.TEXT.`
+    void writeBool(bool value);               ///< `.T.` or `.F.`
+    void writeLogical(const Logical& value);  ///< `.T.`, `.F.` or `.U.`
+    void writeInt(int value);                 ///< decimal
+    void writeReal(double value);             ///< `2.` when integral, else 16 significant digits
+    void writeString(const XString& value);   ///< the encoded text in apostrophes
+    void writeGuid(const Base64Guid& value);  ///< the 22 characters in apostrophes
+    void writeBinary(const XBinary& value);   ///< the encoded text in quotes
+    /// A reference to `entity`, whose record is written first if it isn't yet; `$` for null.
+    void writeEntity(const IfcEntity* entity);
+
+    /// A parenthesised thing under construction: a list, or with a name a typed value. It closes
+    /// at the end of the scope, on an exception too.
+    class Item {
+     public:
+        explicit Item(IfcOutFiler& out, const char* name = nullptr) : out_(out) {
+            out.openItem(name);
+        }
+        ~Item() { out_.closeItem(); }
+        Item(const Item&) = delete;
+        Item& operator=(const Item&) = delete;
+
+     private:
+        IfcOutFiler& out_;
+    };
+
+    /// The record of `entity`, with `fields()` writing its attributes; nothing if the entity has
+    /// been reached before in this writing.
+    template <class Fields>
+    void writeRecord(const IfcEntity& entity, Fields&& fields) {
+        if (!openRecord(entity)) return;
+        struct Closing {
+            IfcOutFiler& out;
+            ~Closing() { out.closeRecord(); }
+        } closing{*this};
+        fields();
+    }
+
+    IfcOutFilerImp& imp() { return *imp_; }
+
+ private:
+    void openItem(const char* name);
+    void closeItem();
+    bool openRecord(const IfcEntity& entity);
+    void closeRecord();
+
+    std::unique_ptr<IfcOutFilerImp> imp_;
+};
+
+}  // namespace Ovik

@@ -1,0 +1,76 @@
+// Outputs that tell a progress meter, and the one that keeps every item of a file.
+#include "ovik/parser/fileoutput.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <istream>
+#include <ostream>
+#include <string>
+
+#include "ovik/base/ascii.h"
+#include "ovik/base/inputfile.h"
+#include "ovik/parser/parser.h"
+
+namespace Ovik::IfcParser {
+
+bool Output::missingItemAllowed() {
+    return false;
+}
+
+OutputPrgMeter::OutputPrgMeter(std::istream& stream, ProgressMeter* meter) : meter_(meter) {
+    if (!meter_) return;
+    const auto here = stream.tellg();
+    stream.seekg(0, std::ios::end);
+    const auto length = stream.tellg();
+    stream.seekg(here);
+    // What can't be measured, such as a pipe, can be read all the same.
+    if (stream.fail()) stream.clear();
+    meter_->start(length < 0 ? 0 : static_cast<std::uint64_t>(length));
+}
+
+OutputPrgMeter::~OutputPrgMeter() {
+    if (meter_) meter_->finish();
+}
+
+void OutputPrgMeter::addData(int /*id*/, PooledName* /*className*/, ItemList* /*list*/,
+                             double position) {
+    if (meter_) meter_->progress(static_cast<std::uint64_t>(position));
+}
+
+bool IfcFileOutput::setHeader(ParsedHeader*& taken) {
+    header.reset(taken);
+    taken = nullptr;
+    return true;
+}
+
+void IfcFileOutput::addData(int id, PooledName* className, ItemList* list, double position) {
+    OutputPrgMeter::addData(id, className, list, position);
+    className->addRef();
+    auto item = std::make_unique<DataItem>(id, className, list);
+    if (!items) items = std::make_unique<DataItems>();
+    const auto place = std::lower_bound(
+        items->begin(), items->end(), id,
+        [](const std::unique_ptr<DataItem>& a, int number) { return a->id < number; });
+    if (place != items->end() && (*place)->id == id)
+        throw "Duplicate data with id #" + std::to_string(id);
+    items->insert(place, std::move(item));
+}
+
+void IfcFileOutput::endOfFile() {
+    result.reset(new ParsedFile{std::move(header), std::move(items)});
+}
+
+std::unique_ptr<ParsedFile> parseFile(const wchar_t* path, ErrLog* log, ProgressMeter* meter) {
+    return parseFile(std::filesystem::path(path), log, meter);
+}
+
+std::unique_ptr<ParsedFile> parseFile(const std::filesystem::path& path, ErrLog* log,
+                                      ProgressMeter* meter) {
+    std::ifstream stream = openInput(path);
+    if (!stream) throw std::string("Unable to open file");
+    IfcFileOutput output(stream, meter);
+    parseStream(stream, log, &output);
+    return std::move(output.result);
+}
+
+}  // namespace Ovik::IfcParser

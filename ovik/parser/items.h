@@ -1,0 +1,204 @@
+// Parsed items: what the parameters of a physical file become. Small reference-counted objects
+// that hold what the file says; they know nothing of schemas.
+// Counts and the shared items are unguarded: one parse at a time in a process.
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "ovik/base/export.h"
+
+namespace Ovik::IfcParser {
+
+/// The kinds of items, one per class.
+enum class ItemKind : unsigned {
+    String = 0,
+    Int = 1,
+    Dbl = 2,
+    Bool = 3,
+    Enum = 4,
+    Ref = 5,
+    Derived = 6,
+    Choice = 7,
+    List = 8,
+    Binary = 9
+};
+
+/// How two items are compared.
+struct CompareContext {
+    /// Reals are equal if they differ by less than this; at 0 no two are.
+    double tolerance;
+    /// Where the differences are told, from the inside out; may be null.
+    std::ostream* report;
+};
+
+/// A class or enumeration name, shared by all that spell it alike. Made with one reference, which
+/// is the maker's.
+class OVIK_API PooledName {
+ public:
+    unsigned refCount = 1;
+    std::string text;
+
+    explicit PooledName(std::string_view spelling) : text(spelling) {}
+    void addRef() { ++refCount; }
+    void release() {
+        if (--refCount == 0) delete this;
+    }
+};
+
+/// The number of items in existence.
+extern OVIK_API int liveItems;
+
+/// Base of all items. An item is made with one reference, which is the maker's; whoever holds a
+/// pointer to an item owns exactly one reference of it.
+class OVIK_API ItemBase {
+ public:
+    unsigned refCount = 1;
+
+    /// The item's `ItemKind` as a number.
+    virtual unsigned kind() const = 0;
+    /// Compares with another item; tells the difference to the context's report.
+    virtual bool isEqualTo(const ItemBase& other, const CompareContext& context) const;
+    virtual ~ItemBase() { --liveItems; }
+
+    void addRef() { ++refCount; }
+    /// Gives one reference back; the last one deletes the item and what it holds, however deep.
+    void release() {
+        if (--refCount == 0) delete this;
+    }
+
+    static void* operator new(std::size_t size);
+    static void operator delete(void* block, std::size_t size) noexcept;
+
+    ItemBase(const ItemBase&) = delete;
+    ItemBase& operator=(const ItemBase&) = delete;
+
+ protected:
+    ItemBase() { ++liveItems; }
+};
+
+/// A string constant, still in the file's encoding; adjacent constants are joined.
+class OVIK_API ItemString final : public ItemBase {
+ public:
+    std::string text;
+
+    explicit ItemString(std::string value) : text(std::move(value)) {}
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::String); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+};
+
+/// An integer constant.
+class OVIK_API ItemInt final : public ItemBase {
+ public:
+    int value;
+
+    explicit ItemInt(int number) : value(number) {}
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Int); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+};
+
+/// A real constant.
+class OVIK_API ItemDbl final : public ItemBase {
+ public:
+    double value;
+
+    explicit ItemDbl(double number) : value(number) {}
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Dbl); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+};
+
+/// `.T.` (1) or `.F.` (0).
+class OVIK_API ItemBool final : public ItemBase {
+ public:
+    unsigned char value;
+
+    explicit ItemBool(bool truth) : value(truth) {}
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Bool); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+};
+
+/// Any other word between dots, without the dots.
+class OVIK_API ItemEnum final : public ItemBase {
+ public:
+    PooledName* name;
+
+    /// Takes over the caller's reference of `word`.
+    explicit ItemEnum(PooledName* word) : name(word) {}
+    ~ItemEnum() override { name->release(); }
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Enum); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+};
+
+/// A reference to an instance: its number, or 0 for `$`.
+class OVIK_API ItemRef final : public ItemBase {
+ public:
+    int value;
+
+    explicit ItemRef(int number) : value(number) {}
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Ref); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+};
+
+/// A `*`.
+class OVIK_API ItemDerived final : public ItemBase {
+ public:
+    ItemDerived() = default;
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Derived); }
+};
+
+/// A typed parameter such as `IFCLABEL('x')`. `value` is one elementary item or one list.
+class OVIK_API ItemChoice final : public ItemBase {
+ public:
+    PooledName* name;
+    ItemBase* value;
+
+    /// Takes over the caller's references of `type` and `content`.
+    ItemChoice(PooledName* type, ItemBase* content) : name(type), value(content) {}
+    ~ItemChoice() override;
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Choice); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+};
+
+/// A list in parentheses. `items` is null for an empty one, and belongs to the list.
+class OVIK_API ItemList final : public ItemBase {
+ public:
+    std::vector<ItemBase*>* items = nullptr;
+
+    ItemList() = default;
+    /// A list of `count` elements; takes over the caller's reference of each.
+    ItemList(ItemBase* const* elements, std::size_t count);
+    ~ItemList() override;
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::List); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+
+ private:
+    std::vector<ItemBase*> storage_;
+};
+
+/// A binary constant in its file text: from the opening quote, which is kept, up to the closing
+/// quote, which is not.
+class OVIK_API ItemBinary final : public ItemBase {
+ public:
+    std::string text;
+
+    explicit ItemBinary(std::string value) : text(std::move(value)) {}
+    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Binary); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+};
+
+/// The items that exist once in a process, made at their first use. The pointer is borrowed: who
+/// keeps it adds a reference.
+OVIK_API ItemRef* itemNil();
+OVIK_API ItemDerived* itemDerived();
+OVIK_API ItemBool* itemTrue();
+OVIK_API ItemBool* itemFalse();
+
+/// Marks an item whose last holder has gone on purpose, so that leak checkers keep quiet about it;
+/// `liveItems` goes on counting it.
+void abandonItem(const ItemBase* item);
+
+}  // namespace Ovik::IfcParser

@@ -1,0 +1,48 @@
+// What the parser hands its findings to.
+#pragma once
+
+#include <memory>
+
+#include "ovik/base/export.h"
+#include "ovik/parser/items.h"
+
+namespace Ovik::IfcParser {
+
+/// The parameter list of one header statement. Owns one reference of `list`.
+struct HeaderStatement {
+    ItemList* list;
+
+    explicit HeaderStatement(ItemList* parameters) : list(parameters) {}
+    ~HeaderStatement() { list->release(); }
+    HeaderStatement(const HeaderStatement&) = delete;
+    HeaderStatement& operator=(const HeaderStatement&) = delete;
+};
+
+/// The three header statements, nothing in them interpreted.
+struct ParsedHeader {
+    std::unique_ptr<HeaderStatement> fileDescription;
+    std::unique_ptr<HeaderStatement> fileName;
+    std::unique_ptr<HeaderStatement> fileSchema;
+};
+
+/// Receives what the parser finds: the header once, then each good data item in file order, then
+/// the end of the file. An exception of an operation ends the parse; one that holds a
+/// `std::string` is written to the log.
+class OVIK_API Output {
+ public:
+    /// Whether a missing list item may be replaced by `$`. Not unless overridden.
+    virtual bool missingItemAllowed();
+    /// The header is complete. Who keeps it takes the pointer (it came from `new`) and sets the
+    /// argument to null. False refuses the schema, which ends the parse.
+    virtual bool setHeader(ParsedHeader*& header) = 0;
+    /// One data item. `id` is the instance number; `className` is borrowed: who keeps it adds a
+    /// reference; one reference of `list` goes to the callee. `position` is the number of
+    /// characters read so far.
+    virtual void addData(int id, PooledName* className, ItemList* list, double position) = 0;
+    /// The final semicolon has been read. Not called for an incomplete file.
+    virtual void endOfFile() = 0;
+
+    virtual ~Output() = default;
+};
+
+}  // namespace Ovik::IfcParser

@@ -1,0 +1,42 @@
+// Physical files as plain items, for comparing two of them without building models.
+#pragma once
+
+#include <filesystem>
+#include <iosfwd>
+#include <memory>
+
+#include "ovik/base/errlog.h"
+#include "ovik/base/export.h"
+#include "ovik/base/progressmeter.h"
+
+namespace Ovik {
+
+namespace IfcParser {
+struct ParsedFile;
+}
+
+/// A parsed file. Copies share one record. Not to be read beside another parse in the process.
+class OVIK_API IfcParsedStream {
+ public:
+    /// An invalid stream.
+    IfcParsedStream() = default;
+
+    /// Reads a file in place of what the stream held; `log` and `meter` may be null. True if the
+    /// stream is valid now: damaged data items are left out, but the file must be complete and no
+    /// number come twice. Throws a `std::string` if the file can't be opened.
+    bool read(const wchar_t* path, ErrLog* log, ProgressMeter* meter);
+    bool read(const std::filesystem::path& path, ErrLog* log, ProgressMeter* meter);
+
+    bool isValid() const { return file_ != nullptr; }
+
+    /// Compares item by item, data items by number, up to the first difference, which is told to
+    /// `report` (may be null) from the inside out. Reals are equal if they differ by less than
+    /// `tolerance`. An invalid stream equals nothing.
+    bool isEqualTo(const IfcParsedStream& other, std::ostream* report, double tolerance,
+                   bool ignoreHeader) const;
+
+ private:
+    std::shared_ptr<const IfcParser::ParsedFile> file_;
+};
+
+}  // namespace Ovik

@@ -1,0 +1,265 @@
+// The storage of aggregate classes, and the holder that lets an aggregate travel in an IfcVariant.
+// An aggregate without an upper bound grows on the heap; one with a bound is an array in place.
+#pragma once
+
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+#include "ovik/imp/entityid.h"
+#include "ovik/imp/variant.h"
+#include "ovik/schema/common/engine.h"
+#include "ovik/schema/common/entity.h"
+
+namespace Ovik {
+namespace Schema {
+
+struct AggregateAccess;
+
+/// A growing array: pointer, size and capacity. Nothing is allocated until the first element.
+template <class E>
+class Growing {
+ public:
+    using Element = E;
+
+    Growing() = default;
+    Growing(const Growing& other) : capacity_(other.capacity_) { append(other); }
+    Growing(Growing&& other) noexcept
+        : data_(std::exchange(other.data_, nullptr)),
+          size_(std::exchange(other.size_, 0)),
+          capacity_(std::exchange(other.capacity_, kFirstCapacity)) {}
+    Growing& operator=(const Growing& other) {
+        if (this != &other) {
+            Growing copy(other);
+            *this = std::move(copy);
+        }
+        return *this;
+    }
+    Growing& operator=(Growing&& other) noexcept {
+        std::swap(data_, other.data_);
+        std::swap(size_, other.size_);
+        std::swap(capacity_, other.capacity_);
+        return *this;
+    }
+    ~Growing() {
+        clear();
+        std::free(data_);
+    }
+
+    unsigned size() const { return size_; }
+
+    /// Makes room for `n` elements. A first call allocates exactly that, also for 0.
+    void reserve(unsigned n) {
+        if (!data_) {
+            capacity_ = n;
+            data_ = allocate(n);
+        } else if (n > capacity_) {
+            moveTo(n);
+        }
+    }
+
+    /// Removes the element at `index`; false if there is none.
+    bool remove(unsigned index) {
+        if (index >= size_) return false;
+        std::move(data_ + index + 1, data_ + size_, data_ + index);
+        std::destroy_at(data_ + --size_);
+        return true;
+    }
+
+    /// Removes all elements; the capacity stays.
+    void clear() { truncate(0); }
+
+ protected:
+    friend struct AggregateAccess;
+
+    template <class... Arguments>
+    E& emplace(Arguments&&... arguments) {
+        // The new element is made first: it may be a copy of one that a growth moves.
+        if (!data_ || size_ == capacity_) {
+            E element(std::forward<Arguments>(arguments)...);
+            if (!data_) {
+                // A capacity of nothing grows to the first one.
+                if (capacity_ == 0) capacity_ = kFirstCapacity;
+                data_ = allocate(capacity_);
+            } else {
+                moveTo(capacity_ ? 2 * capacity_ : kFirstCapacity);
+            }
+            return *new (data_ + size_++) E(std::move(element));
+        }
+        return *new (data_ + size_++) E(std::forward<Arguments>(arguments)...);
+    }
+
+    void truncate(unsigned n) {
+        std::destroy(data_ + n, data_ + size_);
+        size_ = n;
+    }
+
+    E* elements() { return data_; }
+    const E* elements() const { return data_; }
+
+ private:
+    static constexpr unsigned kFirstCapacity = 4;
+
+    static E* allocate(unsigned n) {
+        void* memory = std::malloc(n ? n * sizeof(E) : 1);
+        if (!memory) throw std::bad_alloc();
+        return static_cast<E*>(memory);
+    }
+    void moveTo(unsigned capacity) {
+        E* larger = allocate(capacity);
+        std::uninitialized_move(data_, data_ + size_, larger);
+        std::destroy(data_, data_ + size_);
+        std::free(data_);
+        data_ = larger;
+        capacity_ = capacity;
+    }
+    void append(const Growing& other) {
+        if (!other.data_) return;
+        data_ = allocate(capacity_);
+        std::uninitialized_copy(other.data_, other.data_ + other.size_, data_);
+        size_ = other.size_;
+    }
+
+    E* data_ = nullptr;
+    unsigned size_ = 0;
+    unsigned capacity_ = kFirstCapacity;
+};
+
+/// An array of `N` elements in place, of which `size()` are in use.
+template <class E, unsigned N>
+class Fixed {
+ public:
+    using Element = E;
+
+    unsigned size() const { return size_; }
+
+    /// Removes the element at `index`; false if there is none.
+    bool remove(unsigned index) {
+        if (index >= size_) return false;
+        std::move(data_ + index + 1, data_ + size_, data_ + index);
+        data_[--size_] = E();
+        return true;
+    }
+
+    /// Removes all elements.
+    void clear() { truncate(0); }
+
+ protected:
+    friend struct AggregateAccess;
+
+    // A full array has no room to go to: the element is dropped.
+    template <class... Arguments>
+    E& emplace(Arguments&&... arguments) {
+        if (size_ < N) return data_[size_++] = E(std::forward<Arguments>(arguments)...);
+        static thread_local E dropped;
+        return dropped = E(std::forward<Arguments>(arguments)...);
+    }
+
+    void truncate(unsigned n) {
+        while (size_ > n) data_[--size_] = E();
+    }
+
+    E* elements() { return data_; }
+    const E* elements() const { return data_; }
+
+ private:
+    E data_[N]{};
+    unsigned size_ = 0;
+};
+
+template <class E, unsigned Upper>
+struct StorageOf {
+    using type = Fixed<E, Upper>;
+};
+template <class E>
+struct StorageOf<E, 0> {
+    using type = Growing<E>;
+};
+
+/// Access of the engine to the storage behind an aggregate's public operations.
+struct AggregateAccess {
+    template <class A>
+    static auto* elements(A& aggregate) {
+        return aggregate.elements();
+    }
+    template <class A, class... Arguments>
+    static auto& emplace(A& aggregate, Arguments&&... arguments) {
+        return aggregate.emplace(std::forward<Arguments>(arguments)...);
+    }
+    template <class A>
+    static void truncate(A& aggregate, unsigned n) {
+        aggregate.truncate(n);
+    }
+};
+
+/// An aggregate whose elements are values. Numbers go in and out by value, all else by reference.
+/// Indices are not checked.
+template <class E, unsigned Lower, unsigned Upper = 0>
+class ValueAggregate : public StorageOf<E, Upper>::type {
+    static constexpr bool kByValue = std::is_arithmetic_v<E>;
+
+ public:
+    /// Appends an element. A full bounded aggregate stays as it is.
+    void add(std::conditional_t<kByValue, E, const E&> element) { this->emplace(element); }
+
+    std::conditional_t<kByValue, E, E&> operator[](unsigned index) {
+        return this->elements()[index];
+    }
+    std::conditional_t<kByValue, E, const E&> operator[](unsigned index) const {
+        return this->elements()[index];
+    }
+
+    /// The elements in a row; null in an unbounded aggregate that never had one.
+    const E* asArrayPtr() const { return this->elements(); }
+};
+
+/// An aggregate of references to entities of class `T`. It owns the handles, not the entities.
+/// Indices are not checked.
+template <class T, unsigned Lower, unsigned Upper = 0>
+class EntityAggregate : public StorageOf<EntityId, Upper>::type {
+ public:
+    /// Appends a reference, null for a null entity. A full bounded aggregate stays as it is.
+    void add(T* entity) { this->emplace(handleOf(entity)); }
+    void add(const EntityId& handle) { this->emplace(handle); }
+
+    /// The entity of an element; null if the element leads nowhere or to another class.
+    T* operator[](unsigned index) { return cast<T>(this->elements()[index]()); }
+    const T* operator[](unsigned index) const { return cast<T>(this->elements()[index]()); }
+};
+
+}  // namespace Schema
+
+/// Holder of an aggregate in an `IfcVariant`.
+template <class T>
+class IfcVectorValue : public IfcVectorValueBase {
+ public:
+    IfcVectorValue() = default;
+    explicit IfcVectorValue(const T& source) : value(source) {}
+
+    IfcVariantValueBase* clone() const override { return new IfcVectorValue(value); }
+
+    /// The element at `index`, which is not checked; empty for a reference that leads nowhere or
+    /// to another class.
+    IfcVariant operator[](unsigned index) const override {
+        IfcVariant result;
+        Schema::getValue(T::s_type.element, Schema::AggregateAccess::elements(value) + index,
+                         result);
+        return result;
+    }
+    unsigned size() const override { return value.size(); }
+    bool remove(unsigned index) override { return value.remove(index); }
+    void clear() override { value.clear(); }
+    /// Appends an element; `ResultWrongType` if the variant doesn't fit.
+    Result add(const IfcVariant& element) override {
+        typename T::Element converted{};
+        const Result result = Schema::setValue(T::s_type.element, &converted, element);
+        if (result == ResultOk) value.add(converted);
+        return result;
+    }
+
+    T value;
+};
+
+}  // namespace Ovik

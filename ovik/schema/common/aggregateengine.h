@@ -1,0 +1,167 @@
+// Reading, writing and validating of aggregates, one instance per kind of storage, and the
+// descriptor of an aggregate class made of them. Included by the generated sources only.
+#pragma once
+
+#include "ovik/imp/infiler.h"
+#include "ovik/imp/outfiler.h"
+#include "ovik/imp/validation.h"
+#include "ovik/imp/xbinary.h"
+#include "ovik/imp/xstring.h"
+#include "ovik/schema/common/aggregate.h"
+#include "ovik/schema/common/engine.h"
+#include "ovik/schema/common/select.h"
+
+namespace Ovik::Schema {
+
+/// Reads one list item into a new last element. False, with a report, if it doesn't fit; then
+/// nothing is appended. Elements that are read directly by kind report the number of elements
+/// accepted so far as their position.
+template <class Storage>
+bool readElement(Storage& storage, const ValueType& type, IfcInFiler& in) {
+    using namespace IfcParser;
+    using E = typename Storage::Element;
+    const ItemBase& item = *in.peek();
+    auto isKind = [&](ItemKind kind) {
+        if (item.kind() == static_cast<unsigned>(kind)) return true;
+        in.reportInvalidType(storage.size());
+        return false;
+    };
+    if constexpr (std::is_same_v<E, EntityId>) {
+        if (!isKind(ItemKind::Ref)) return false;
+        AggregateAccess::emplace(storage, in.handle(static_cast<const ItemRef&>(item).value));
+    } else if constexpr (std::is_same_v<E, double>) {
+        if (!isKind(ItemKind::Dbl)) return false;
+        AggregateAccess::emplace(storage, static_cast<const ItemDbl&>(item).value);
+    } else if constexpr (std::is_same_v<E, int>) {
+        if (!isKind(ItemKind::Int)) return false;
+        AggregateAccess::emplace(storage, static_cast<const ItemInt&>(item).value);
+    } else if constexpr (std::is_same_v<E, XBinary>) {
+        if (!isKind(ItemKind::Binary)) return false;
+        AggregateAccess::emplace(storage, static_cast<const ItemBinary&>(item).text.c_str());
+    } else {
+        if (!readValue(type, &AggregateAccess::emplace(storage), in)) {
+            AggregateAccess::truncate(storage, storage.size() - 1);
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Reads a list item by item. An item that doesn't fit is left out, and the rest is read.
+template <class Storage>
+bool readAggregate(void* value, const AggregateType& type, IfcInFiler& in) {
+    auto& storage = *static_cast<Storage*>(value);
+    const IfcInFiler::Items* items = nullptr;
+    if (!in.readList(items, type.lower, type.upper)) return false;
+    if (!items) return true;
+    // A record that is read again must not append to what its first reading left.
+    if (in.secondPass()) storage.clear();
+    const auto count = static_cast<unsigned>(items->size());
+    if constexpr (requires { storage.reserve(count); }) storage.reserve(count);
+    IfcInFiler element(in, items);
+    for (unsigned i = 0; i < count; ++i) {
+        element.setCursor(i);
+        readElement(storage, type.element, element);
+    }
+    return storage.size() >= type.lower;
+}
+
+/// The elements of this list are looked at and none is kept, so it never has what it needs.
+inline bool readUnsignedList(void*, const AggregateType& type, IfcInFiler& in) {
+    using namespace IfcParser;
+    const IfcInFiler::Items* items = nullptr;
+    if (!in.readList(items, type.lower, type.upper)) return false;
+    if (!items) return true;
+    unsigned position = 0;
+    for (const ItemBase* item : *items) {
+        if (item->kind() != static_cast<unsigned>(ItemKind::Int)) {
+            in.reportInvalidType(position);
+        } else {
+            ++position;
+            if (static_cast<const ItemInt*>(item)->value < 0) in.reportNotUnsigned(position);
+        }
+    }
+    return false;
+}
+
+template <class Storage>
+void writeAggregate(const void* value, const AggregateType& type, IfcOutFiler& out) {
+    const auto& storage = *static_cast<const Storage*>(value);
+    const IfcOutFiler::Item list(out);
+    const auto* elements = AggregateAccess::elements(storage);
+    for (unsigned i = 0; i < storage.size(); ++i) writeValue(type.element, elements + i, out);
+}
+
+/// Removes the elements that fail, asked from the last to the first; the others keep their order.
+template <class Storage>
+int validateAggregate(void* value, const AggregateType& type, ValidationContext& context) {
+    auto& storage = *static_cast<Storage*>(value);
+    const unsigned size = storage.size();
+    auto* elements = AggregateAccess::elements(storage);
+    // The survivors gather at the end and move to the front in one go, so that the time stays
+    // linear however many fail.
+    unsigned first = size;
+    for (unsigned i = size; i-- > 0;) {
+        int code;
+        if constexpr (std::is_same_v<std::remove_reference_t<decltype(*elements)>, EntityId>) {
+            code = validateReference(elements[i], type.element.entity, context);
+        } else {
+            code = validateValue(type.element, elements + i, context);
+        }
+        if (code == kValid && --first != i) elements[first] = std::move(elements[i]);
+    }
+    if (first != 0) {
+        std::move(elements + first, elements + size, elements);
+        AggregateAccess::truncate(storage, size - first);
+    }
+    return storage.size() >= type.lower ? kValid : kInvalid;
+}
+
+template <class A>
+IfcVectorValueBase* boxAggregate(const void* value) {
+    return new IfcVectorValue<A>(*static_cast<const A*>(value));
+}
+
+template <class A>
+bool unboxAggregate(void* value, const IfcVectorValueBase& holder) {
+    const auto* source = dynamic_cast<const IfcVectorValue<A>*>(&holder);
+    if (source) *static_cast<A*>(value) = source->value;
+    return source != nullptr;
+}
+
+/// The descriptor of the aggregate class `A`, whose elements are of type `element`.
+template <class A, unsigned Lower, unsigned Upper>
+constexpr AggregateType aggregateType(ValueType element) {
+    using Storage = typename StorageOf<typename A::Element, Upper>::type;
+    constexpr bool isUnsigned = std::is_same_v<typename A::Element, unsigned>;
+    constexpr auto validate = [] {
+        // Only references and selects can have something to judge.
+        if constexpr (std::is_same_v<typename A::Element, EntityId> ||
+                      std::is_base_of_v<Select, typename A::Element>) {
+            return &validateAggregate<Storage>;
+        } else {
+            return static_cast<decltype(AggregateType::validate)>(nullptr);
+        }
+    }();
+    if constexpr (isUnsigned) {
+        return {element,
+                Lower,
+                Upper,
+                &readUnsignedList,
+                &writeAggregate<Storage>,
+                validate,
+                &boxAggregate<A>,
+                &unboxAggregate<A>};
+    } else {
+        return {element,
+                Lower,
+                Upper,
+                &readAggregate<Storage>,
+                &writeAggregate<Storage>,
+                validate,
+                &boxAggregate<A>,
+                &unboxAggregate<A>};
+    }
+}
+
+}  // namespace Ovik::Schema

@@ -1,0 +1,32 @@
+// The oriented edge takes its ends from the edge that it orients: they are derived, so they are not
+// in the file and are set when the references are judged.
+#pragma once
+
+#include <ostream>
+
+#include "ovik/imp/validation.h"
+
+namespace Ovik::Schema {
+
+/// Judges `edge`, an `IfcOrientedEdge` of either schema; `validateEnds` is the rule of `IfcEdge`.
+template <class OrientedEdge, class ValidateEnds>
+int validateOrientedEdge(OrientedEdge& edge, ValidationContext& context,
+                         ValidateEnds validateEnds) {
+    auto* element = edge.getEdgeElement();
+    int code = element ? context.validateRef(element) : static_cast<int>(kInvalid);
+    if (code != kValid) {
+        context.reportMember(code, L"EdgeElement");
+        if (code == kInvalid) {
+            context.log() << "Invalid derived data member 'EdgeStart' in #" << context.currentId()
+                          << ", removed." << std::endl;
+        }
+        return code;
+    }
+    const bool forward = edge.getOrientation();
+    edge.setEdgeStart(forward ? element->getEdgeStart() : element->getEdgeEnd());
+    edge.setEdgeEnd(forward ? element->getEdgeEnd() : element->getEdgeStart());
+    code = validateEnds();
+    return code == kValid ? context.validateRef(element) : code;
+}
+
+}  // namespace Ovik::Schema

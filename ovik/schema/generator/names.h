@@ -1,0 +1,37 @@
+// How C++ names are formed from schema names.
+#pragma once
+
+#include <string>
+
+#include "schema.h"
+
+namespace Ovik::Generator {
+
+/// "IFCWALL", the name in a file.
+std::string recordName(const std::string& name);
+
+/// `globalId_` for `GlobalId`.
+std::string fieldName(const std::string& name);
+
+/// `hasDescription_`, the presence flag of an attribute.
+std::string flagName(const std::string& name);
+
+/// The C++ type of a field of this type.
+std::string fieldType(const Type& type);
+
+/// The type that a getter of a constant object returns: `double`, `const XString&`, `const IfcX*`.
+std::string constType(const Type& type);
+
+/// The type that a getter of a changeable object returns.
+std::string mutableType(const Type& type);
+
+/// The type that a setter takes.
+std::string argumentType(const Type& type);
+
+/// True if accessors pass the value itself: numbers and booleans.
+bool isByValue(const Type& type);
+
+/// The name of the generated class behind a type that is not plain.
+const std::string& className(const Type& type);
+
+}  // namespace Ovik::Generator

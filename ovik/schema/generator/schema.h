@@ -1,0 +1,105 @@
+// The schema table in memory: what the generator knows of a schema.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Ovik::Generator {
+
+struct Aggregate;
+struct Entity;
+struct Enumeration;
+struct Select;
+
+enum class Plain { Real, Integer, Unsigned, Boolean, Logical, String, Binary, Guid };
+
+/// The type of an attribute, a choice or an element once the defined types are resolved: exactly
+/// one of the pointers is set, or none for a plain type.
+struct Type {
+    Plain plain = Plain::Real;
+    const Entity* entity = nullptr;
+    const Enumeration* enumeration = nullptr;
+    const Select* select = nullptr;
+    const Aggregate* aggregate = nullptr;
+
+    bool isPlain() const { return !entity && !enumeration && !select && !aggregate; }
+};
+
+struct Enumeration {
+    std::string name;
+    std::vector<std::string> literals;
+
+    std::size_t defaultTag() const;
+    bool hasNotDefined() const;
+};
+
+struct Choice {
+    std::string name;
+    Type type;
+};
+
+struct Select {
+    std::string name;
+    std::vector<Choice> choices;
+
+    bool hasEntities() const;
+    bool hasSelects() const;
+    bool hasValues() const;
+    /// Entity choices here and in nested selects.
+    int numEntityChoices() const;
+};
+
+struct Aggregate {
+    std::string name;
+    unsigned lower = 0;
+    unsigned upper = 0;  ///< 0 when unbounded
+    Type element;
+
+    /// True if its elements can refer to entities, so that it has a `validate`.
+    bool canRefer() const;
+};
+
+struct Attribute {
+    std::string name;
+    std::string declaredType;  ///< as in the table, for comments
+    Type type;
+    bool optional = false;
+
+    bool hasFlag() const { return optional && !type.entity; }
+};
+
+struct Entity {
+    std::string name;
+    bool isAbstract = false;
+    const Entity* parent = nullptr;
+    std::vector<Attribute> attributes;
+    /// The supertype whose attributes this class redeclares as derived, and which ones, as bits.
+    const Entity* redeclared = nullptr;
+    unsigned derived = 0;
+    bool readByHand = false;
+    bool validateByHand = false;
+
+    bool isRoot() const { return !parent; }
+    /// True if this class reads, writes and answers for attributes, so has the operations for it.
+    bool hasOperations() const { return isRoot() || !attributes.empty() || redeclared; }
+    bool isKindOf(const std::string& ancestor) const;
+};
+
+/// A whole schema. Pointers between its parts stay valid for its life.
+struct Schema {
+    std::string name;
+    std::vector<std::unique_ptr<Enumeration>> enumerations;
+    std::vector<std::unique_ptr<Select>> selects;
+    std::vector<std::unique_ptr<Aggregate>> aggregates;
+    std::vector<std::unique_ptr<Entity>> entities;
+
+    /// Reads a table. Throws `std::runtime_error`, with the line, on anything it doesn't
+    /// understand.
+    static std::unique_ptr<Schema> read(const std::filesystem::path& path);
+};
+
+}  // namespace Ovik::Generator

@@ -1,0 +1,257 @@
+// The command-line tool and the demo from outside: exit statuses, what goes to which stream, and
+// what becomes of the files.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kHeader =
+    "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION(('A \\S\\d'),'2;1');\n"
+    "FILE_NAME('n.ifc','2020-01-31T12:00:00',('Ann'),('Org'),'pre','sys','auth');\n";
+const std::string kEnd = "ENDSEC;\nEND-ISO-10303-21;\n";
+
+std::string fileText(const std::string& schema, const std::string& records) {
+    return kHeader + "FILE_SCHEMA(('" + schema + "'));\nENDSEC;\nDATA;\n" + records + kEnd;
+}
+
+const std::string kPoint = "#7=IFCCARTESIANPOINT((1.,2.5));\n";
+const std::string kGood =
+    fileText("IFC4", "#3=IFCDIRECTION((0.,1.));\n" + kPoint + "#9=IFCCARTESIANPOINT((3.,4.));\n");
+
+std::string readFile(const fs::path& file) {
+    std::ifstream stream(file);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+class ToolTest : public ::testing::Test {
+ protected:
+    struct Outcome {
+        int status;
+        std::string out;
+        std::string err;
+    };
+
+    void SetUp() override {
+        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+        folder_ = fs::path(::testing::TempDir()) / (std::string("ovik-tool-") + info->name());
+        fs::remove_all(folder_);
+        fs::create_directories(folder_);
+    }
+    void TearDown() override { fs::remove_all(folder_); }
+
+    void make(const std::string& name, const std::string& text) const {
+        std::ofstream(folder_ / name) << text;
+    }
+    std::string text(const std::string& name) const { return readFile(folder_ / name); }
+
+    /// Runs the tool in the test's folder, with the words of `arguments` as the shell sees them.
+    Outcome run(const std::string& arguments, const std::string& program = OVIK_TOOL) const {
+        const std::string command = "cd '" + folder_.string() + "' && '" + program + "' " +
+                                    arguments + " >stdout 2>stderr </dev/null";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text("stdout"), text("stderr")};
+    }
+
+    fs::path folder_;
+};
+
+TEST_F(ToolTest, BadUsage) {
+    make("a.ifc", kGood);
+    for (const char* arguments :
+         {"", "frobnicate a.ifc", "copy", "copy a.ifc", "copy a.ifc b.ifc c.ifc",
+          "copy a.ifc b.ifc --frob", "copy a.ifc b.ifc --tolerance 1", "copy a.ifc b.ifc --log",
+          "compare a.ifc", "compare a.ifc a.ifc --tolerance", "compare a.ifc a.ifc --tolerance x",
+          "compare a.ifc a.ifc --tolerance -1", "compare a.ifc a.ifc --tolerance 1e",
+          "compare a.ifc a.ifc --tolerance nan", "compare a.ifc a.ifc --strict", "info",
+          "info a.ifc a.ifc", "info a.ifc --log l"}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_EQ(outcome.out, "") << arguments;
+        EXPECT_NE(outcome.err.find("usage: ovik copy IN OUT"), std::string::npos) << arguments;
+    }
+    EXPECT_FALSE(fs::exists(folder_ / "b.ifc"));
+    const Outcome help = run("--help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.out.find("usage: ovik copy IN OUT"), 0u);
+}
+
+TEST_F(ToolTest, NoModelLeavesTheOutputAlone) {
+    make("schema.ifc", fileText("IFC4X3", kPoint));
+    make("header.ifc", "ISO-10303-21;\nHEADER;\nENDSEC;\nDATA;\n" + kPoint + kEnd);
+    make("empty.ifc", "");
+    make("zeros.ifc", std::string(5000, '\0'));
+    fs::create_directory(folder_ / "folder");
+    const std::pair<const char*, const char*> kCases[] = {
+        {"missing.ifc", "No such file or directory"},
+        {"folder", "is a directory"},
+        {"empty.ifc", "is not a STEP physical file, or its header is broken"},
+        {"zeros.ifc", "is not a STEP physical file, or its header is broken"},
+        {"header.ifc", "is not a STEP physical file, or its header is broken"},
+        {"schema.ifc", "its schema is not IFC2X3 or IFC4"},
+    };
+    make("out.ifc", "precious");
+    for (const auto& [file, cause] : kCases) {
+        const std::string message = std::string("ovik: ") + file + ": " + cause + "\n";
+        for (const std::string& arguments :
+             {std::string("copy ") + file + " out.ifc", std::string("info ") + file}) {
+            const Outcome outcome = run(arguments);
+            EXPECT_EQ(outcome.status, 1) << arguments;
+            EXPECT_EQ(outcome.err, message) << arguments;
+            EXPECT_EQ(outcome.out, "") << arguments;
+        }
+        EXPECT_EQ(text("out.ifc"), "precious") << file;
+    }
+}
+
+TEST_F(ToolTest, CopyWritesTheModelWithItsHeader) {
+    make("a.ifc", kGood);
+    const Outcome outcome = run("copy a.ifc --log log.txt b.ifc");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "b.ifc: 3 entities of IFC4 written\n");
+    EXPECT_EQ(outcome.err, "");  // no bar without a terminal
+    EXPECT_FALSE(fs::exists(folder_ / "log.txt"));
+    EXPECT_EQ(text("b.ifc"),
+              kHeader +
+                  "FILE_SCHEMA(('IFC4'));\nENDSEC;\n\nDATA;\n"
+                  "#1= IFCDIRECTION((0.,1.));\n#2= IFCCARTESIANPOINT((1.,2.500000000000000));\n"
+                  "#3= IFCCARTESIANPOINT((3.,4.));\n" +
+                  kEnd);
+
+    EXPECT_EQ(run("copy a.ifc a.ifc").status, 0);
+    EXPECT_EQ(text("a.ifc"), text("b.ifc"));
+}
+
+TEST_F(ToolTest, CopyLenientAndStrict) {
+    // A missing item is a fault that a lenient load repairs and a strict one drops the record for.
+    make("a.ifc", fileText("IFC4", kPoint + "#8=IFCPERSON($,,$,$,$,$,$,$);\n"));
+    EXPECT_EQ(run("copy a.ifc lenient.ifc --log lenient.txt").out,
+              "lenient.ifc: 2 entities of IFC4 written\n");
+    EXPECT_EQ(run("copy --strict a.ifc strict.ifc --log strict.txt").out,
+              "strict.ifc: 1 entities of IFC4 written\n");
+    EXPECT_NE(text("lenient.txt").find("missing item is replaced with NIL"), std::string::npos);
+    EXPECT_NE(text("strict.txt").find("missing list item"), std::string::npos);
+
+    make("a.ifc", fileText("IFC4", kPoint + "#8=IFCNOSUCHTHING();\n"));
+    const Outcome outcome = run("copy a.ifc b.ifc --log nowhere/log.txt");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "ovik: nowhere/log.txt: the log can't be written\n");
+}
+
+TEST_F(ToolTest, CopyToAnUnwritablePath) {
+    make("a.ifc", kGood);
+    fs::create_directory(folder_ / "folder");
+    const Outcome missing = run("copy a.ifc nowhere/b.ifc");
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_EQ(missing.err, "ovik: nowhere/b.ifc: No such file or directory\n");
+    const Outcome folder = run("copy a.ifc folder");
+    EXPECT_EQ(folder.status, 2);
+    EXPECT_EQ(folder.err, "ovik: folder: Is a directory\n");
+    EXPECT_EQ(folder.out, "");
+}
+
+TEST_F(ToolTest, Compare) {
+    make("a.ifc", fileText("IFC4", kPoint));
+    make("near.ifc", fileText("IFC4", "#7=IFCCARTESIANPOINT((1.,2.5001));\n"));
+    make("schema.ifc", fileText("IFC2X3", kPoint));
+    make("ints.ifc", fileText("IFC4", "#7=IFCCARTESIANPOINT((1,2));\n"));
+    struct Case {
+        const char* arguments;
+        int status;
+        const char* out;
+    };
+    const char* const kReal =
+        "Double is different\nList item 1 is different\nList item 0 is different\n"
+        "Data list is different\nData item #7 is different\n";
+    const Case kCases[] = {
+        {"a.ifc a.ifc --tolerance 1e-9", 0, ""},
+        {"ints.ifc ints.ifc", 0, ""},
+        // No two reals differ by less than nothing.
+        {"a.ifc a.ifc", 1,
+         "Double is different\nList item 0 is different\nList item 0 is different\n"
+         "Data list is different\nData item #7 is different\n"},
+        {"--tolerance 0.001 a.ifc near.ifc", 0, ""},
+        {"a.ifc --tolerance 1e-5 near.ifc", 1, kReal},
+        {"a.ifc schema.ifc --tolerance 1", 1,
+         "String value is different\nList item 0 is different\nList item 0 is different\n"
+         "FILE_SCHEMA is different\nHEADER is different\n"},
+        {"a.ifc schema.ifc --tolerance 1 --ignore-header", 0, ""},
+    };
+    for (const Case& test : kCases) {
+        const Outcome outcome = run(std::string("compare ") + test.arguments);
+        EXPECT_EQ(outcome.status, test.status) << test.arguments;
+        EXPECT_EQ(outcome.out, test.out) << test.arguments;
+        EXPECT_EQ(outcome.err, "") << test.arguments;
+    }
+}
+
+TEST_F(ToolTest, CompareOfInvalidFiles) {
+    make("a.ifc", kGood);
+    make("twice.ifc", fileText("IFC4", kPoint + kPoint));
+    make("cut.ifc", kGood.substr(0, kGood.size() - kEnd.size()));
+    fs::create_directory(folder_ / "folder");
+    const std::pair<const char*, const char*> kCases[] = {
+        {"missing.ifc", "No such file or directory"},
+        {"folder", "is a directory"},
+        {"twice.ifc", "is not a valid STEP physical file"},
+        {"cut.ifc", "is not a valid STEP physical file"},
+    };
+    for (const auto& [file, cause] : kCases) {
+        for (const std::string& files :
+             {std::string("a.ifc ") + file, std::string(file) + " a.ifc"}) {
+            const Outcome outcome = run("compare " + files);
+            EXPECT_EQ(outcome.status, 2) << files;
+            EXPECT_EQ(outcome.err, std::string("ovik: ") + file + ": " + cause + "\n") << files;
+        }
+    }
+    EXPECT_EQ(run("compare a.ifc twice.ifc --log log.txt").status, 2);
+    EXPECT_EQ(text("log.txt"), "Duplicate data with id #7\n");
+}
+
+TEST_F(ToolTest, Info) {
+    make("a.ifc", kGood);
+    const Outcome outcome = run("info a.ifc");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.out,
+              "Schema                IFC4\n"
+              "Description           A \u00e4\n"
+              "Implementation level  2;1\n"
+              "Name                  n.ifc\n"
+              "Time stamp            2020-01-31T12:00:00\n"
+              "Author                Ann\n"
+              "Organization          Org\n"
+              "Preprocessor version  pre\n"
+              "Originating system    sys\n"
+              "Authorization         auth\n"
+              "File schema           IFC4\n"
+              "Entities              3\n"
+              "         2  IFCCARTESIANPOINT\n"
+              "         1  IFCDIRECTION\n");
+}
+
+TEST_F(ToolTest, Demo) {
+    make("a.ifc", kGood);
+    const Outcome own = run("files", OVIK_DEMO);
+    EXPECT_EQ(own.status, 0) << own.out << own.err;
+    EXPECT_NE(own.out.find("Garden wall, 2\u00bd m"), std::string::npos);
+    for (const char* schema : {"IFC2X3", "IFC4"}) {
+        const std::string changed = text("files/" + std::string(schema) + "-changed.ifc");
+        EXPECT_NE(changed.find("'Garden wall, 2\\S\\= m','Set by name'"), std::string::npos);
+        EXPECT_NE(changed.find("IFCPOSITIVELENGTHMEASURE(0.2400000000000000)"), std::string::npos);
+    }
+    const Outcome given = run("files a.ifc", OVIK_DEMO);
+    EXPECT_EQ(given.status, 0) << given.out << given.err;
+    EXPECT_NE(given.out.find("2  IFCCARTESIANPOINT\n"), std::string::npos);
+    EXPECT_EQ(run("files missing.ifc", OVIK_DEMO).status, 1);
+}
+
+}  // namespace

@@ -1,0 +1,123 @@
+// Loading, writing and describing model files for the programs.
+#include "common/modelfile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iomanip>
+#include <iostream>
+#include <map>
+#include <string_view>
+#include <vector>
+
+#include "ovik/parser.h"
+
+namespace tools {
+namespace fs = std::filesystem;
+namespace {
+
+/// Refuses every schema, so that a parse ends with the header.
+class HeaderProbe : public Ovik::IfcParser::Output {
+ public:
+    bool setHeader(Ovik::IfcParser::ParsedHeader*&) override { return false; }
+    void addData(int, Ovik::IfcParser::PooledName*, Ovik::IfcParser::ItemList*, double) override {}
+    void endOfFile() override {}
+};
+
+/// Why a file that can be read has no model. A load leaves its reasons in a log only, so the
+/// header is looked at once more: it is either broken or of another schema.
+std::string whyNoModel(const fs::path& file) {
+    std::ifstream stream(file);
+    HeaderProbe probe;
+    return Ovik::IfcParser::parseStream(stream, nullptr, &probe)
+               ? "is not a STEP physical file, or its header is broken"
+               : "its schema is not IFC2X3 or IFC4";
+}
+
+/// True unless the end of a written file is missing, as on a full disk.
+bool isComplete(const fs::path& file) {
+    constexpr std::string_view kEnd = "END-ISO-10303-21;";
+    constexpr int kTail = 32;
+    std::error_code error;
+    if (!fs::is_regular_file(file, error)) return true;
+    std::ifstream stream(file, std::ios::binary);
+    stream.seekg(-kTail, std::ios::end);
+    std::string tail(kTail, '\0');
+    stream.read(tail.data(), kTail);
+    return tail.find(kEnd) != std::string::npos;
+}
+
+}  // namespace
+
+void complain(const fs::path& file, const std::string& cause) {
+    std::cerr << "ovik: " << file.string() << ": " << cause << '\n';
+}
+
+std::string whyUnreadable(const fs::path& file) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (error && status.type() != fs::file_type::not_found) return error.message();
+    if (fs::is_directory(status)) return "is a directory";
+    // Opening a pipe to look at it would take it from the reader to come.
+    if (fs::exists(status) && !fs::is_regular_file(status)) return {};
+    errno = 0;
+    const std::ifstream stream(file);
+    return stream ? std::string() : std::strerror(errno);
+}
+
+ModelPtr loadModel(const fs::path& file, Ovik::IfcHeader& header, const LoadSettings& settings) {
+    if (const std::string cause = whyUnreadable(file); !cause.empty()) {
+        complain(file, cause);
+        return nullptr;
+    }
+    Ovik::IfcReadOptions options;
+    options.lenient = !settings.strict;
+    ModelPtr model(Ovik::IfcModel::read(file, settings.log, settings.meter, &options, &header));
+    if (!model) complain(file, whyNoModel(file));
+    return model;
+}
+
+bool writeModel(const Ovik::IfcModel& model, const Ovik::IfcHeader& header, const fs::path& file) {
+    errno = 0;
+    if (!model.write(file, header)) {
+        complain(file, errno ? std::strerror(errno) : "can't be written");
+        return false;
+    }
+    if (!isComplete(file)) {
+        complain(file, "can't be written completely");
+        return false;
+    }
+    return true;
+}
+
+void printInfo(std::ostream& out, const Ovik::IfcModel& model, const Ovik::IfcHeader& header) {
+    const auto line = [&out](const char* label, const Ovik::XString& value) {
+        out << std::left << std::setw(22) << label << Ovik::toUtf8(value) << '\n';
+    };
+    line("Schema", Ovik::XString(Ovik::schemaName(model.schemaId())));
+    line("Description", header.fileDescription());
+    line("Implementation level", header.implementationLevel());
+    line("Name", header.fileName());
+    line("Time stamp", header.timeStamp());
+    line("Author", header.author());
+    line("Organization", header.organization());
+    line("Preprocessor version", header.preprocessorVersion());
+    line("Originating system", header.originatingSystem());
+    line("Authorization", header.authorization());
+    line("File schema", header.fileSchema());
+
+    std::map<std::string_view, std::uint64_t> counts;
+    const std::uint64_t numEntities = model.getNumEntities();
+    for (std::uint64_t i = 0; i < numEntities; ++i) ++counts[model.get(i)->isA()->className()];
+    std::vector<std::pair<std::string_view, std::uint64_t>> classes(counts.begin(), counts.end());
+    std::stable_sort(classes.begin(), classes.end(),
+                     [](const auto& a, const auto& b) { return a.second > b.second; });
+
+    out << std::setw(22) << "Entities" << numEntities << '\n';
+    for (const auto& [name, count] : classes)
+        out << std::right << std::setw(10) << count << "  " << name << '\n';
+    out << std::left;
+}
+
+}  // namespace tools

@@ -1,0 +1,44 @@
+// What the programs share: model files loaded and written with an answer a person can use when it
+// goes wrong, and the overview of a model.
+#pragma once
+
+#include <filesystem>
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+#include "ovik/ovik.h"
+
+namespace tools {
+
+struct ReleaseModel {
+    void operator()(Ovik::IfcModel* model) const { model->release(); }
+};
+/// Owns one reference to a model.
+using ModelPtr = std::unique_ptr<Ovik::IfcModel, ReleaseModel>;
+
+/// Writes "PROGRAM: FILE: CAUSE" to standard error, as one line.
+void complain(const std::filesystem::path& file, const std::string& cause);
+
+/// Why `file` can't be opened for reading; empty if it can.
+std::string whyUnreadable(const std::filesystem::path& file);
+
+/// What `loadModel` is told beside the path. All may be left out.
+struct LoadSettings {
+    Ovik::ErrLog* log = nullptr;
+    Ovik::ProgressMeter* meter = nullptr;
+    bool strict = false;
+};
+
+/// The model in `file` and, in `header`, its header; null after a complaint.
+ModelPtr loadModel(const std::filesystem::path& file, Ovik::IfcHeader& header,
+                   const LoadSettings& settings = {});
+
+/// Writes `model` to `file`. False after a complaint.
+bool writeModel(const Ovik::IfcModel& model, const Ovik::IfcHeader& header,
+                const std::filesystem::path& file);
+
+/// The overview of a model: schema, header, number of entities, classes by count. UTF-8.
+void printInfo(std::ostream& out, const Ovik::IfcModel& model, const Ovik::IfcHeader& header);
+
+}  // namespace tools

@@ -1,0 +1,211 @@
+// The command-line tool: copies, compares and describes model files.
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/modelfile.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kUsage =
+    "usage: ovik copy IN OUT [--log FILE] [--strict]\n"
+    "           loads IN and writes what it holds to OUT\n"
+    "       ovik compare A B [--tolerance T] [--ignore-header] [--log FILE]\n"
+    "           compares two files item by item; reals are equal if they differ by less than T,\n"
+    "           so with the T of 0 that is taken if none is given no two reals are equal\n"
+    "       ovik info FILE\n"
+    "           schema, header, number of entities, classes by count\n"
+    "Exit status: copy: 0 written, 1 IN gives no model, 2 bad usage or OUT can't be written\n"
+    "             compare: 0 equal, 1 different, 2 bad usage or a file is not valid\n"
+    "             info: 0, 1 FILE gives no model, 2 bad usage\n";
+
+constexpr int kBadUsage = 2;
+
+struct Arguments {
+    std::vector<std::string> files;
+    std::optional<std::string> log;
+    double tolerance = 0;
+    bool ignoreHeader = false;
+    bool strict = false;
+};
+
+struct Command {
+    std::string_view name;
+    std::size_t numFiles;
+    std::vector<std::string_view> options;
+    int (*run)(const Arguments&);
+};
+
+/// A bar of the part that is done, redrawn on standard error when it has grown by a percent.
+class ProgressBar final : public Ovik::ProgressMeter {
+ public:
+    void start(std::uint64_t total) override {
+        total_ = total;
+        draw(0);
+    }
+    void progress(std::uint64_t position) override {
+        const int percent = total_ ? static_cast<int>(position * 100 / total_) : 100;
+        if (percent != percent_) draw(percent);
+    }
+    void finish() override { std::cerr << "\r\033[K" << std::flush; }
+
+ private:
+    void draw(int percent) {
+        percent_ = percent;
+        const auto done = static_cast<std::size_t>(std::min(percent, 100)) / 2;
+        std::cerr << '\r' << '[' << std::string(done, '#') << std::string(50 - done, ' ') << "] "
+                  << percent << " %" << std::flush;
+    }
+
+    std::uint64_t total_ = 0;
+    int percent_ = 0;
+};
+
+std::optional<Ovik::ErrLog> makeLog(const Arguments& arguments) {
+    if (!arguments.log) return std::nullopt;
+    return Ovik::ErrLog(fs::path(*arguments.log));
+}
+
+/// A log is opened at its first line, and one that can't be opened loses its lines silently.
+void checkLog(std::optional<Ovik::ErrLog>& log) {
+    if (log && log->isInitialized() && !log->log())
+        tools::complain(log->fileName(), "the log can't be written");
+}
+
+int copy(const Arguments& arguments) {
+    const std::string& in = arguments.files[0];
+    const std::string& out = arguments.files[1];
+    std::optional<Ovik::ErrLog> log = makeLog(arguments);
+    ProgressBar bar;
+    Ovik::IfcHeader header;
+    const tools::ModelPtr model = tools::loadModel(in, header,
+                                                   {.log = log ? &*log : nullptr,
+                                                    .meter = isatty(STDERR_FILENO) ? &bar : nullptr,
+                                                    .strict = arguments.strict});
+    checkLog(log);
+    if (!model) return 1;
+    if (!tools::writeModel(*model, header, out)) return 2;
+    std::cout << out << ": " << model->getNumEntities() << " entities of "
+              << Ovik::toUtf8(Ovik::schemaName(model->schemaId())) << " written\n";
+    return 0;
+}
+
+/// Reads the items of `file`. False after a complaint.
+bool readItems(Ovik::IfcParsedStream& items, const std::string& file, Ovik::ErrLog* log) {
+    std::string cause = tools::whyUnreadable(file);
+    try {
+        if (cause.empty() && !items.read(fs::path(file), log, nullptr))
+            cause = "is not a valid STEP physical file";
+    } catch (const std::string& text) {
+        cause = text;
+    }
+    if (!cause.empty()) tools::complain(file, cause);
+    return cause.empty();
+}
+
+int compare(const Arguments& arguments) {
+    std::optional<Ovik::ErrLog> log = makeLog(arguments);
+    Ovik::ErrLog* const logger = log ? &*log : nullptr;
+    Ovik::IfcParsedStream first;
+    Ovik::IfcParsedStream second;
+    const bool bothValid = readItems(first, arguments.files[0], logger) &&
+                           readItems(second, arguments.files[1], logger);
+    checkLog(log);
+    if (!bothValid) return 2;
+    std::ostringstream report;
+    const bool equal =
+        first.isEqualTo(second, &report, arguments.tolerance, arguments.ignoreHeader);
+    // Each line of the report begins with its line end.
+    if (const std::string text = report.str(); !text.empty())
+        std::cout << std::string_view(text).substr(1) << '\n';
+    return equal ? 0 : 1;
+}
+
+int info(const Arguments& arguments) {
+    Ovik::IfcHeader header;
+    const tools::ModelPtr model = tools::loadModel(arguments.files[0], header);
+    if (!model) return 1;
+    tools::printInfo(std::cout, *model, header);
+    return 0;
+}
+
+const std::vector<Command>& commands() {
+    static const std::vector<Command> kCommands = {
+        {"copy", 2, {"--log", "--strict"}, copy},
+        {"compare", 2, {"--tolerance", "--ignore-header", "--log"}, compare},
+        {"info", 1, {}, info},
+    };
+    return kCommands;
+}
+
+bool parseTolerance(std::string_view text, double& value) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && stop == end && value >= 0;
+}
+
+/// Sorts the words behind the subcommand into files and options, in any order. Gives what is wrong
+/// with them, or an empty text.
+std::string parseArguments(const Command& command, const std::vector<std::string>& words,
+                           Arguments& arguments) {
+    for (auto word = words.begin(); word != words.end(); ++word) {
+        if (word->size() < 2 || word->front() != '-') {
+            arguments.files.push_back(*word);
+            continue;
+        }
+        const std::string& option = *word;
+        if (std::find(command.options.begin(), command.options.end(), option) ==
+            command.options.end())
+            return "unknown option " + option;
+        if (option == "--strict") {
+            arguments.strict = true;
+        } else if (option == "--ignore-header") {
+            arguments.ignoreHeader = true;
+        } else if (++word == words.end()) {
+            return option + " needs a value";
+        } else if (option == "--log") {
+            arguments.log = *word;
+        } else if (!parseTolerance(*word, arguments.tolerance)) {
+            return "the tolerance is a number not below 0, not " + *word;
+        }
+    }
+    if (arguments.files.size() != command.numFiles)
+        return std::string(command.name) + " takes " + std::to_string(command.numFiles) +
+               (command.numFiles == 1 ? " file" : " files");
+    return {};
+}
+
+int run(const std::vector<std::string>& words) {
+    if (words.size() == 1 && (words[0] == "--help" || words[0] == "-h")) {
+        std::cout << kUsage;
+        return 0;
+    }
+    std::string fault = "a subcommand is missing";
+    if (!words.empty()) {
+        fault = "unknown subcommand " + words[0];
+        for (const Command& command : commands()) {
+            if (command.name != words[0]) continue;
+            Arguments arguments;
+            fault = parseArguments(command, {words.begin() + 1, words.end()}, arguments);
+            if (fault.empty()) return command.run(arguments);
+        }
+    }
+    std::cerr << "ovik: " << fault << '\n' << kUsage;
+    return kBadUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return run({argv + 1, argv + argc});
+}
