@@ -5,6 +5,7 @@
 #include <malloc.h>
 
 #include <chrono>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -12,6 +13,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "bench/synthetic.h"
 #include "ovik/parser.h"
@@ -22,6 +24,10 @@ namespace fs = std::filesystem;
 namespace parser = Ovik::IfcParser;
 
 constexpr std::uint64_t kModelBytes = 50'000'000;
+
+constexpr char kRate[] = "MB/s";
+constexpr char kHeld[] = "held B/B";
+constexpr char kPeak[] = "peak B/B";
 
 /// What a stage leaves behind, kept until it has been weighed.
 using Kept = std::shared_ptr<void>;
@@ -42,6 +48,7 @@ std::size_t statusBytes(const std::string& field) {
 
 /// Runs a stage once and notes the memory that it has allocated at its end and at its highest.
 void weigh(benchmark::State& state, const Stage& stage, std::uint64_t fileBytes) {
+    stage();  // whatever it prepares at its first run is not its own memory
     malloc_trim(0);
     std::ofstream("/proc/self/clear_refs") << "5";  // the peak starts anew from here
     const std::size_t resident = statusBytes("VmRSS:");
@@ -51,13 +58,13 @@ void weigh(benchmark::State& state, const Stage& stage, std::uint64_t fileBytes)
         return now < before ? 0.0
                             : static_cast<double>(now - before) / static_cast<double>(fileBytes);
     };
-    state.counters["held_B/B"] = perByte(allocatedBytes(), allocated);
-    state.counters["peak_B/B"] = perByte(statusBytes("VmHWM:"), resident);
+    state.counters[kHeld] = perByte(allocatedBytes(), allocated);
+    state.counters[kPeak] = perByte(statusBytes("VmHWM:"), resident);
 }
 
 void setRate(benchmark::State& state, std::uint64_t fileBytes) {
-    state.counters["MB/s"] = benchmark::Counter(static_cast<double>(fileBytes) / 1e6,
-                                                benchmark::Counter::kIsIterationInvariantRate);
+    state.counters[kRate] = benchmark::Counter(static_cast<double>(fileBytes) / 1e6,
+                                               benchmark::Counter::kIsIterationInvariantRate);
 }
 
 /// Registers a stage; giving back what it has made is not part of its time.
@@ -76,6 +83,30 @@ void addStage(const char* name, std::uint64_t fileBytes, const Stage& stage) {
         ->Unit(benchmark::kMillisecond)
         ->UseRealTime();
 }
+
+/// Prints a line per stage, in units that can be compared at a glance.
+class Table final : public benchmark::BenchmarkReporter {
+ public:
+    bool ReportContext(const Context&) override {
+        std::printf("%-10s %10s %10s %10s %10s\n", "stage", "ms", kRate, kHeld, kPeak);
+        return true;
+    }
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            std::printf("%-10s %10.1f", run.run_name.function_name.c_str(),
+                        run.GetAdjustedRealTime());
+            for (const char* counter : {kRate, kHeld, kPeak}) {
+                const auto found = run.counters.find(counter);
+                if (found == run.counters.end())
+                    std::printf(" %10s", "-");
+                else
+                    std::printf(" %10.2f", found->second.value);
+            }
+            std::printf("\n");
+        }
+        std::fflush(stdout);
+    }
+};
 
 Kept plainRead(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
@@ -205,7 +236,9 @@ int main(int argc, char** argv) {
     int status = 0;
     try {
         addStages(file, folder / "copy.ifc");
-        benchmark::RunSpecifiedBenchmarks();
+        std::cout << file.string() << ", " << fs::file_size(file) << " bytes\n";
+        Table table;
+        benchmark::RunSpecifiedBenchmarks(&table);
     } catch (const std::exception& error) {
         std::cerr << "ovik_bench: " << error.what() << '\n';
         status = 1;

@@ -66,8 +66,9 @@ inline std::string dump(const Ovik::IfcParser::ItemBase& item) {
         case ItemKind::Enum:
             return "." + static_cast<const ItemEnum&>(item).name->text + ".";
         case ItemKind::Ref:
-            return &item == itemNil() ? "$"
-                                      : "#" + std::to_string(static_cast<const ItemRef&>(item).value);
+            return &item == itemNil()
+                       ? "$"
+                       : "#" + std::to_string(static_cast<const ItemRef&>(item).value);
         case ItemKind::Derived:
             return "*";
         case ItemKind::Choice: {

@@ -131,7 +131,10 @@ TEST_F(Reader, FillsTheHeaderEachFieldFromItsOwnPlace) {
     } cases[] = {
         {"(('a','b'),'9;9')", "('n','t',('au'),('or'),'p','s','z')", true,
          "ab|2;1|n|t|au|or|p|s|z|IFC4|", ""},
-        {"((''),'2;1')", "('','',(''),(),'','','')", true, "|2;1|||" "|-||||IFC4|", ""},
+        {"((''),'2;1')", "('','',(''),(),'','','')", true,
+         "|2;1|||"
+         "|-||||IFC4|",
+         ""},
         {"((''),'2;1')", "($,$,('',$,'x'),(''),$,$,$)", true, "|2;1|-|-|x||-|-|-|IFC4|", ""},
         {"($,'2;1')", "('n','t',$,$,'p','o','a')", true, "-|2;1|n|t|-|-|p|o|a|IFC4|",
          "\nInvalid type of item 0\n\nInvalid type of item 2\n\nInvalid type of item 3\n"},
@@ -182,10 +185,10 @@ TEST_F(Reader, KeepsTheGoodRecordsInTheOrderOfTheirNumbers) {
          "\nInvalid type of item 0\nFailed to read object #1 of class IFCTESTLEAF\n"},
         {"no good record at all", "#1=IFCNONE();", "", "Error: invalid class name in #1\n"},
     };
-    static const RtClass nothing("IFCTESTNOTHING", nullptr,
-                                 [](IfcModel*) -> IfcEntity* { return nullptr; }, eIFC4);
-    static const RtClass old("IFCTESTOLD", nullptr,
-                             [](IfcModel* m) -> IfcEntity* { return Leaf::create(*m); }, eIFC2X3);
+    static const RtClass nothing(
+        "IFCTESTNOTHING", nullptr, [](IfcModel*) -> IfcEntity* { return nullptr; }, eIFC4);
+    static const RtClass old(
+        "IFCTESTOLD", nullptr, [](IfcModel* m) -> IfcEntity* { return Leaf::create(*m); }, eIFC2X3);
     for (const auto& c : cases) {
         const Loaded loaded = loadRecords(files_, c.records);
         ASSERT_NE(loaded.model, nullptr) << c.what;
@@ -198,7 +201,9 @@ TEST_F(Reader, KeepsTheGoodRecordsInTheOrderOfTheirNumbers) {
             EXPECT_EQ(entity->backRefs().size(), 0u);
         }
         // The model is as one from `create` now.
+        const std::uint64_t count = loaded.model->getNumEntities();
         EXPECT_FALSE(Leaf::create(*loaded.model)->id().isNull());
+        EXPECT_EQ(loaded.model->getNumEntities(), count + 1);
     }
     const Loaded loaded = loadRecords(files_, cases[4].records);
     EXPECT_STREQ(loaded.get<Leaf>(0)->name.getEncoded(), "a");
@@ -246,8 +251,8 @@ TEST_F(Reader, ABrokenFileGivesWhatCameBeforeTheBreak) {
 }
 
 TEST_F(Reader, TheParsersLinesComeBeforeThoseOfTheLoad) {
-    const Loaded loaded = loadRecords(
-        files_, "#1=IFCTESTLEAF('',);\n#2=IFCNONE();\n#3=);\n#4=IFCTESTLEAF('');\n");
+    const Loaded loaded =
+        loadRecords(files_, "#1=IFCTESTLEAF('',);\n#2=IFCNONE();\n#3=);\n#4=IFCTESTLEAF('');\n");
     EXPECT_EQ(loaded.ids(), "1 4");
     const std::size_t missing = loaded.log.find("missing item is replaced with NIL\n");
     const std::size_t discarded = loaded.log.find("Line discarded\n");
@@ -287,16 +292,13 @@ TEST_F(Reader, RecordsThatAskForItAreReadAgainInTheirOrder) {
         if (!target() && !in.secondPass()) throw SelectorNeedSecondPassRead();
         return target() != nullptr;
     };
-    const Loaded loaded =
-        loadRecords(files_, "#5=IFCTESTPROBE(#9);#4=IFCTESTPROBE(#8);#1=IFCTESTPROBE(#2);"
-                            "#2=IFCTESTLEAF('');#3=IFCTESTPROBE(#2);#9=IFCTESTLEAF('');");
-    EXPECT_EQ(reads, (std::vector<std::pair<int, bool>>{{9, false},
-                                                        {8, false},
-                                                        {2, false},
-                                                        {2, false},
-                                                        {9, true},
-                                                        {8, true},
-                                                        {2, true}}));
+    const Loaded loaded = loadRecords(files_,
+                                      "#5=IFCTESTPROBE(#9);#4=IFCTESTPROBE(#8);#1=IFCTESTPROBE(#2);"
+                                      "#2=IFCTESTLEAF('');#3=IFCTESTPROBE(#2);#9=IFCTESTLEAF('');");
+    EXPECT_EQ(
+        reads,
+        (std::vector<std::pair<int, bool>>{
+            {9, false}, {8, false}, {2, false}, {2, false}, {9, true}, {8, true}, {2, true}}));
     EXPECT_EQ(loaded.ids(), "1 2 3 5 9");
     EXPECT_EQ(loaded.log, "Failed to read object #4 of class IFCTESTPROBE\n");
 
@@ -339,8 +341,7 @@ class InFiler : public Reader {
             outcome.cursor = in.cursor();
             return outcome.ok;
         };
-        outcome.log =
-            loadRecords(files_, "#1=IFCTESTPROBE(" + arguments + ");", {lenient}).log;
+        outcome.log = loadRecords(files_, "#1=IFCTESTPROBE(" + arguments + ");", {lenient}).log;
         const std::string failed = "Failed to read object #1 of class IFCTESTPROBE\n";
         if (!outcome.ok) {
             const std::size_t at = outcome.log.size() - failed.size();
@@ -363,9 +364,9 @@ TEST_F(InFiler, RequiresTheKindOfItem) {
             EXPECT_EQ(outcome.ok, kind == position);
             EXPECT_EQ(outcome.cursor, position);
             EXPECT_EQ(outcome.log, kind == position ? ""
-                                   : position == 10
-                                       ? "\nNo data to read\n"
-                                       : "\nInvalid type of item " + std::to_string(position) + "\n");
+                                   : position == 10 ? "\nNo data to read\n"
+                                                    : "\nInvalid type of item " +
+                                                          std::to_string(position) + "\n");
         }
     }
 }

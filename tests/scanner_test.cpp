@@ -91,26 +91,31 @@ const Case kCases[] = {
     {"ISO-10303-21;END-ISO-10303-21;", "273 271 274 271"},
     {"HEADER DATA ENDSEC FILE_DESCRIPTION FILE_NAME FILE_SCHEMA", "275 280 276 277 278 279"},
     {"HEADERX xDATAENDSECDATA header Data", "275 280 276 280"},
-    {"ISO-10303-2 END-ISO ENDSE HEADE FILE_ DAT",
-     "int:-10303 int:-2"},
+    {"ISO-10303-2 END-ISO ENDSE HEADE FILE_ DAT", "int:-10303 int:-2"},
     {"( ) , ; = $ *", "269 270 268 271 281 $ *"},
-    {"IFCWALL IFC IFC_ IFCa1 ifcwall xIFCx#Ifc IFCIFC", "type:IFCWALL type:IFC_ type:IFCa1 "
+    {"IFCWALL IFC IFC_ IFCa1 ifcwall xIFCx#Ifc IFCIFC",
+     "type:IFCWALL type:IFC_ type:IFCa1 "
      "type:IFCx type:IFCIFC"},
     // What starts nothing vanishes.
     {"", ""},
     {" \t\r\v@&!%[]{}<>?:~`^|_abcXYZ", ""},
     {"# . \" - + / \\", ""},
-    {kNul + "1" + kNul + "\x80\xFF" "2", "int:1 int:2"},
+    {kNul + "1" + kNul +
+         "\x80\xFF"
+         "2",
+     "int:1 int:2"},
     // Numbers.
     {"12 -12 +12 0 -0 +0", "int:12 int:-12 int:12 int:0 int:0 int:0"},
     {"007 -01", "int:0 int:0 int:7 int:0 int:1"},
     {"+1.5", "int:1 int:5"},
     {"1. -1. 1.5 0.5 00.5 .5", "real:1 real:-1 real:1.5 real:0.5 int:0 real:0.5 int:5"},
-    {"1E5 1e-5 1.E+2 1.25E2 -0.E0", "real:100000 real:1.0000000000000001e-05 real:100 real:125 "
+    {"1E5 1e-5 1.E+2 1.25E2 -0.E0",
+     "real:100000 real:1.0000000000000001e-05 real:100 real:125 "
      "real:-0"},
     {"1E 1E+ 1.5E- 2.e 1ENDSEC 1.ENDSEC", "int:1 int:1 real:1.5 real:2 int:1 276 real:1 276"},
     {"+1E5 --1 1-1", "int:1 int:5 int:-1 int:1 int:-1"},
-    {"2147483647 2147483648 4294967297 -2147483649", "int:2147483647 int:-2147483648 int:1 "
+    {"2147483647 2147483648 4294967297 -2147483649",
+     "int:2147483647 int:-2147483648 int:1 "
      "int:2147483647"},
     {"99999999999999999999 -99999999999999999999", "int:-1 int:0"},
     {"1E400 -1E400 1E-400 -1E-400", "real:inf real:-inf real:0 real:-0"},
@@ -121,10 +126,12 @@ const Case kCases[] = {
     // References, words in dots, binaries.
     {"#1 #0 #007 #12345678 #-1 ##2", "ref:1 int:0 int:0 int:0 int:7 ref:12345678 int:-1 ref:2"},
     {"#2147483648", "ref:-2147483648"},
-    {".T. .F. .U. .TRUE. .t. .NOT_1. .1.", "bool:1 bool:0 enum:U enum:TRUE enum:t enum:NOT_1 "
+    {".T. .F. .U. .TRUE. .t. .NOT_1. .1.",
+     "bool:1 bool:0 enum:U enum:TRUE enum:t enum:NOT_1 "
      "enum:1"},
     {".. .A .A B. .A-B. .T.F.", "bool:1"},
-    {"\"0\" \"1aBcF\" \"3\" \"4\" \"\" \"0G\" \"0", "bin:\"0 bin:\"1aBcF bin:\"3 int:4 int:0 int:0"},
+    {"\"0\" \"1aBcF\" \"3\" \"4\" \"\" \"0G\" \"0",
+     "bin:\"0 bin:\"1aBcF bin:\"3 int:4 int:0 int:0"},
     // Strings: the doubled apostrophe and the directives stay, plain escapes are resolved.
     {"'' '''' 'a''b' 'a' 'b'", "'' '''' 'a''b' 'a' 'b'"},
     {"'#1=IFCWALL(.T.,/*x*/;\t\r\"0\"'", "'#1=IFCWALL(.T.,/*x*/;\t\r\"0\"'"},

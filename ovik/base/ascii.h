@@ -24,9 +24,12 @@ constexpr int compareNoCase(const char* a, const char* b) {
     }
 }
 
-/// 7-bit text as wide text, byte by byte.
+/// 8-bit text as wide text, byte by byte; bytes of 0x80 and above are taken as Latin-1.
 inline std::wstring widen(std::string_view text) {
-    return std::wstring(text.begin(), text.end());
+    std::wstring wide;
+    wide.reserve(text.size());
+    for (const char c : text) wide += static_cast<wchar_t>(static_cast<unsigned char>(c));
+    return wide;
 }
 
 }  // namespace Ovik

@@ -112,27 +112,25 @@ ErrLog::ErrLog(const std::filesystem::path& path) : fileName_(wideName(path)), p
 ErrLog::ErrLog(ErrLog&& other) noexcept
     : fileName_(std::exchange(other.fileName_, {})),
       path_(std::exchange(other.path_, {})),
-      stream_(std::move(other.stream_)),
       warnings_(std::exchange(other.warnings_, {})),
-      initialized_(std::exchange(other.initialized_, false)) {}
+      stream_(std::move(other.stream_)) {}
 
 ErrLog& ErrLog::operator=(ErrLog&& other) noexcept {
     if (this == &other) return *this;
     fileName_ = std::exchange(other.fileName_, {});
     path_ = std::exchange(other.path_, {});
-    stream_ = std::move(other.stream_);
     warnings_ = std::exchange(other.warnings_, {});
-    initialized_ = std::exchange(other.initialized_, false);
+    stream_ = std::move(other.stream_);
     return *this;
 }
 
 std::wostream& ErrLog::log() {
-    if (!initialized_) {
-        stream_.imbue(std::locale(std::locale::classic(), new Utf8Conversion));
-        stream_.open(path_);
-        initialized_ = true;
+    if (!stream_) {
+        stream_ = std::make_unique<std::wofstream>();
+        stream_->imbue(std::locale(std::locale::classic(), new Utf8Conversion));
+        stream_->open(path_);
     }
-    return stream_;
+    return *stream_;
 }
 
 bool ErrLog::addWarning(int code, const wchar_t* text) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "ovik/base/export.h"
@@ -34,14 +35,13 @@ class OVIK_API ErrLog {
     /// The path that the log was made with.
     const std::wstring& fileName() const { return fileName_; }
     /// Whether `log` has been called, not whether the file could be opened.
-    bool isInitialized() const { return initialized_; }
+    bool isInitialized() const { return stream_ != nullptr; }
 
  private:
     std::wstring fileName_;
     std::filesystem::path path_;  // what is opened: not every path has a wide form
-    std::wofstream stream_;
     std::multimap<int, std::wstring> warnings_;
-    bool initialized_ = false;
+    std::unique_ptr<std::wofstream> stream_;  // null until there is something to say
 };
 
 }  // namespace Ovik

@@ -77,7 +77,7 @@ EntityId IfcInFiler::handle(int n) {
 }
 
 bool IfcInFiler::readRef(EntityId& value, bool mustExist) {
-    const int n = static_cast<const ItemRef*>((*items_)[cursor_])->value;
+    const int n = static_cast<const ItemRef*>(items_[cursor_])->value;
     value = handle(n);
     if (mustExist && value.isNull()) {
         *log_ << L"Invalid reference $" << n << L'\n';

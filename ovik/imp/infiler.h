@@ -26,17 +26,26 @@ class OVIK_API IfcInFiler {
  public:
     using Items = std::vector<IfcParser::ItemBase*>;
 
-    /// A filer on `items`, null for an empty list, at the item `cursor`.
-    IfcInFiler(IfcReader& reader, const Items* items, std::wostream& log, unsigned cursor = 0)
-        : reader_(&reader), items_(items), log_(&log), cursor_(cursor) {}
+    /// A filer on `items`, null for an empty list, at the first.
+    IfcInFiler(IfcReader& reader, const Items* items, std::wostream& log)
+        : reader_(&reader), log_(&log) {
+        reset(items);
+    }
 
     /// A filer on another list of the same load, at its first item.
     IfcInFiler(const IfcInFiler& outer, const Items* items)
-        : reader_(outer.reader_), items_(items), log_(outer.log_) {}
+        : reader_(outer.reader_), log_(outer.log_) {
+        reset(items);
+    }
+
+    /// A filer of the same load on one item alone, which must outlive it.
+    IfcInFiler(const IfcInFiler& outer, IfcParser::ItemBase* const& item)
+        : reader_(outer.reader_), log_(outer.log_), items_(&item), size_(1) {}
 
     /// Puts the filer on `items`, at the first.
     void reset(const Items* items) {
-        items_ = items;
+        items_ = items ? items->data() : nullptr;
+        size_ = items ? static_cast<unsigned>(items->size()) : 0;
         cursor_ = 0;
     }
 
@@ -51,7 +60,7 @@ class OVIK_API IfcInFiler {
 
     /// The item at the cursor; null, without a report, past the end.
     const IfcParser::ItemBase* peek() const {
-        return items_ && cursor_ < items_->size() ? (*items_)[cursor_] : nullptr;
+        return cursor_ < size_ ? items_[cursor_] : nullptr;
     }
     /// The item at the cursor; null, with a report, past the end.
     const IfcParser::ItemBase* item() {
@@ -62,7 +71,7 @@ class OVIK_API IfcInFiler {
     /// The item at the cursor if it is a `T`; null, with a report, if not. No advance.
     template <class T>
     const T* itemAs(IfcParser::ItemKind kind) {
-        return checkKind(kind) ? static_cast<const T*>((*items_)[cursor_]) : nullptr;
+        return checkKind(kind) ? static_cast<const T*>(items_[cursor_]) : nullptr;
     }
 
     /// Requires an item of this kind at the cursor. No advance.
@@ -112,8 +121,9 @@ class OVIK_API IfcInFiler {
 
  private:
     IfcReader* reader_;
-    const Items* items_;
     std::wostream* log_;
+    IfcParser::ItemBase* const* items_ = nullptr;
+    unsigned size_ = 0;
     unsigned cursor_ = 0;
 };
 

@@ -132,9 +132,12 @@ EntityNumbers::EntityNumbers(std::size_t count) {
 }
 
 std::size_t EntityNumbers::place(const IfcEntity* entity) const {
-    // Multiplied by 2^64 divided by the golden ratio, so that addresses in even steps spread well.
+    // Entities that were made one after the other are mostly met so, too. Those of 16 KB go to a
+    // window of 256 places, in the order of their addresses, for the sake of the caches; the
+    // windows are spread by 2^64 divided by the golden ratio.
     const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(entity));
-    std::size_t index = (address * 0x9E3779B97F4A7C15u) >> shift_;
+    const std::uint64_t window = (address >> 14) * 0x9E3779B97F4A7C15u >> shift_;
+    std::size_t index = (window + (address >> 6 & 255)) & (places_.size() - 1);
     while (places_[index].entity && places_[index].entity != entity) {
         index = (index + 1) & (places_.size() - 1);
     }
@@ -325,7 +328,7 @@ void writeModel(std::ostream& out, const IfcModel& model, const IfcHeader& heade
 
     IfcOutFilerImp& imp = filer.imp();
     out << "DATA;\n";
-    out << (imp.isAnyNumbered() ? imp.data() : "#1= ();\n");
+    out << (imp.isAnyNumbered() ? std::string_view(imp.data()) : "#1= ();\n");
     out << "ENDSEC;\nEND-ISO-10303-21;\n";
 }
 

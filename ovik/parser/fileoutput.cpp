@@ -2,8 +2,10 @@
 #include "ovik/parser/fileoutput.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <istream>
+#include <iterator>
 #include <ostream>
 #include <string>
 
@@ -12,10 +14,22 @@
 #include "ovik/parser/parser.h"
 
 namespace Ovik::IfcParser {
+namespace {
 
-bool Output::missingItemAllowed() {
-    return false;
+constexpr std::size_t kMaxLate = 2048;
+
+// Where in a sorted array the number stands or belongs.
+DataItems::const_iterator findPlace(const DataItems& items, int id) {
+    return std::lower_bound(
+        items.begin(), items.end(), id,
+        [](const std::unique_ptr<DataItem>& item, int number) { return item->id < number; });
 }
+
+bool holds(const DataItems& items, DataItems::const_iterator place, int id) {
+    return place != items.end() && (*place)->id == id;
+}
+
+}  // namespace
 
 OutputPrgMeter::OutputPrgMeter(std::istream& stream, ProgressMeter* meter) : meter_(meter) {
     if (!meter_) return;
@@ -48,15 +62,29 @@ void IfcFileOutput::addData(int id, PooledName* className, ItemList* list, doubl
     className->addRef();
     auto item = std::make_unique<DataItem>(id, className, list);
     if (!items) items = std::make_unique<DataItems>();
-    const auto place = std::lower_bound(
-        items->begin(), items->end(), id,
-        [](const std::unique_ptr<DataItem>& a, int number) { return a->id < number; });
-    if (place != items->end() && (*place)->id == id)
+    if (items->empty() || items->back()->id < id) {
+        items->push_back(std::move(item));
+        return;
+    }
+    const auto place = findPlace(late_, id);
+    if (holds(*items, findPlace(*items, id), id) || holds(late_, place, id))
         throw "Duplicate data with id #" + std::to_string(id);
-    items->insert(place, std::move(item));
+    late_.insert(place, std::move(item));
+    if (late_.size() == kMaxLate) mergeLate();
+}
+
+void IfcFileOutput::mergeLate() {
+    if (late_.empty()) return;
+    const auto middle = static_cast<std::ptrdiff_t>(items->size());
+    items->insert(items->end(), std::make_move_iterator(late_.begin()),
+                  std::make_move_iterator(late_.end()));
+    late_.clear();
+    std::inplace_merge(items->begin(), items->begin() + middle, items->end(),
+                       [](const auto& a, const auto& b) { return a->id < b->id; });
 }
 
 void IfcFileOutput::endOfFile() {
+    mergeLate();
     result.reset(new ParsedFile{std::move(header), std::move(items)});
 }
 

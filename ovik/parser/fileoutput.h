@@ -67,9 +67,16 @@ class OVIK_API IfcFileOutput final : public OutputPrgMeter {
 
     /// The finished file; null before its end has been seen.
     std::unique_ptr<ParsedFile> result;
-    /// What has come so far.
+    /// What has come so far, but for what is still to be put in its place.
     std::unique_ptr<DataItems> items;
     std::unique_ptr<ParsedHeader> header;
+
+ private:
+    void mergeLate();
+
+    // Numbers that came out of order, sorted. They join `items` many at a time, so that a file in
+    // descending order doesn't move all of `items` for each.
+    DataItems late_;
 };
 
 /// Parses the file at `path`; null if it is incomplete. `log` and `meter` may be null. Throws a

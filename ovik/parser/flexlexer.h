@@ -30,9 +30,7 @@ class OVIK_API FlexLexer {
     virtual void switchStreams(std::istream* in, std::ostream* out) = 0;
 
     /// The text that the last rule matched.
-    std::string_view text() const {
-        return {start_, static_cast<std::size_t>(cursor_ - start_)};
-    }
+    std::string_view text() const { return {start_, static_cast<std::size_t>(cursor_ - start_)}; }
     std::size_t length() const { return text().size(); }
 
  protected:
@@ -78,7 +76,7 @@ class OVIK_API yyFlexLexer : public FlexLexer {
  private:
     void loadBuffer();
 
-    Buffer* own_;      // made by this object
+    Buffer* own_;  // made by this object
     Buffer* current_;
     std::ostream* output_;
 };

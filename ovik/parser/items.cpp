@@ -106,7 +106,7 @@ void* ItemBase::operator new(std::size_t size) {
             return block;
         }
     }
-    return ::operator new(steps * kBlockStep);
+    return ::operator new(steps* kBlockStep);
 }
 
 void ItemBase::operator delete(void* block, std::size_t size) noexcept {

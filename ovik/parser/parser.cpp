@@ -21,6 +21,10 @@ bool hasName(int token) {
 
 }  // namespace
 
+bool Output::missingItemAllowed() {
+    return false;
+}
+
 std::string toString(const Location& location) {
     const auto& [begin, end] = location;
     const unsigned lastColumn = end.column > 1 ? end.column - 1 : 1;

@@ -588,8 +588,8 @@ inline const char* Scanner::skip(const char* p, unsigned char mask) {
 // The end of the line: its line feed, or the end of input.
 const char* Scanner::skipLine(const char* p) {
     do {
-        const auto* const end = static_cast<const char*>(
-            std::memchr(p, '\n', static_cast<std::size_t>(limit_ - p)));
+        const auto* const end =
+            static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(limit_ - p)));
         if (end) return end;
         p = limit_;
     } while (more(p));

@@ -108,11 +108,17 @@ class Growing {
         return static_cast<E*>(memory);
     }
     void moveTo(unsigned capacity) {
-        E* larger = allocate(capacity);
-        std::uninitialized_move(data_, data_ + size_, larger);
-        std::destroy(data_, data_ + size_);
-        std::free(data_);
-        data_ = larger;
+        if constexpr (std::is_trivially_copyable_v<E>) {
+            void* larger = std::realloc(data_, capacity * sizeof(E));
+            if (!larger) throw std::bad_alloc();
+            data_ = static_cast<E*>(larger);
+        } else {
+            E* larger = allocate(capacity);
+            std::uninitialized_move(data_, data_ + size_, larger);
+            std::destroy(data_, data_ + size_);
+            std::free(data_);
+            data_ = larger;
+        }
         capacity_ = capacity;
     }
     void append(const Growing& other) {

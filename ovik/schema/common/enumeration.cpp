@@ -40,7 +40,11 @@ bool readEnum(Enumeration& value, const EnumType& type, IfcInFiler& in) {
 }
 
 void writeEnum(const Enumeration& value, const EnumType& type, IfcOutFiler& out) {
-    out.writeEnum(enumText(value, type));
+    if (const char* text = enumText(value, type)) {
+        out.writeEnum(text);
+    } else {
+        out.writeNull();  // a tag outside the enumeration has no literal
+    }
 }
 
 }  // namespace Ovik::Schema

@@ -117,12 +117,12 @@ namespace {
 
 // The choice of the entity that the reference at the cursor leads to.
 bool readEntityChoice(Select& value, const SelectType& type, IfcInFiler& in, int number) {
-    EntityId handle;
-    if (!in.readRef(handle, in.secondPass())) return false;
     if (number == 0) {
         in.reportAmbiguousNull(type.recordName);
         return false;
     }
+    EntityId handle;
+    if (!in.readRef(handle, in.secondPass())) return false;
     const IfcEntity* target = handle();
     if (!target && !type.soleEntity) {
         // Which choice it is can't be told before the target has been read.
@@ -145,14 +145,18 @@ bool readEntityChoice(Select& value, const SelectType& type, IfcInFiler& in, int
 bool readTypedChoice(Select& value, const SelectType& type, IfcInFiler& in) {
     const auto* item = in.itemAs<ItemChoice>(ItemKind::Choice);
     if (!item) return false;
+    const std::string& name = item->name->text;
     for (std::size_t tag = 0; tag < type.choices.size(); ++tag) {
         const Choice& choice = type.choices[tag];
         if (choice.type.kind == Kind::Entity || choice.type.kind == Kind::Select) continue;
-        if (compareNoCase(item->name->text.c_str(), choice.recordName) != 0) continue;
-        const IfcInFiler::Items inner{item->value};
-        IfcInFiler innerFiler(in, &inner);
+        // Of the dozens of names the length alone rules out most.
+        if (choice.recordName.size() != name.size() ||
+            compareNoCase(name.c_str(), choice.recordName.data()) != 0) {
+            continue;
+        }
+        IfcInFiler innerFiler(in, item->value);
         if (!readValue(choice.type, fieldAt(&value, choice.offset), innerFiler)) {
-            in.reportFailed(choice.recordName);
+            in.reportFailed(choice.recordName.data());
             return false;
         }
         in.advance();

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "ovik/base/export.h"
 #include "ovik/imp/rtclass.h"
@@ -84,7 +85,7 @@ struct EnumType {
 /// A choice of a select. All choices that are entities share the select's one handle.
 struct Choice {
     const char* name;        ///< as in the schema
-    const char* recordName;  ///< in capitals, as in a file
+    std::string_view recordName;  ///< in capitals, as in a file; a literal
     std::uint32_t hash;      ///< of `name`
     ValueType type;
     std::uint32_t offset;  ///< of the field in the select

@@ -76,7 +76,7 @@ void writeSelect(const Select& value, const SelectType& type, IfcOutFiler& out) 
     if (choice->type.kind == Kind::Entity || choice->type.kind == Kind::Select) {
         writeValue(choice->type, field, out);
     } else {
-        const IfcOutFiler::Item typed(out, choice->recordName);
+        const IfcOutFiler::Item typed(out, choice->recordName.data());
         writeValue(choice->type, field, out);
     }
 }
