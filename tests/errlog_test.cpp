@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "ovik/ovik.h"
 #include "tests/parsing.h"
 
 namespace {
@@ -29,6 +30,24 @@ TEST(ErrLog, FileComesWithTheFirstUse) {
         log.log() << L"!" << 1234567 << L'\n';  // goes on, empties nothing, no grouping
     }
     EXPECT_EQ(file.text(), "second!1234567\n");
+}
+
+TEST(ErrLog, PathsOfAnyCharactersWorkInBothForms) {
+    const TempFile file;
+    const auto narrow = std::filesystem::path(file.path.string() + "\xC3\xA4\xF0\x9F\x98\x80");
+    const std::wstring wide = file.path.wstring() + L"\u00E4\U0001F600";
+    EXPECT_EQ(ErrLog(narrow).fileName(), wide);
+    ErrLog(wide.c_str()).log() << L"here";
+    EXPECT_TRUE(std::filesystem::remove(narrow));
+
+    const std::wstring stray = L"/no/such/\xD800/\u00E4";
+    EXPECT_TRUE(ErrLog(stray.c_str()).log().fail());
+    EXPECT_EQ(Ovik::IfcModel::read(stray.c_str()), nullptr);
+    Ovik::IfcModel* model = Ovik::IfcModel::create(Ovik::eIFC4, false, false);
+    EXPECT_FALSE(model->write(stray.c_str(), Ovik::IfcHeader()));
+    model->release();
+    Ovik::IfcParsedStream items;
+    EXPECT_THROW(items.read(stray.c_str(), nullptr, nullptr), std::string);
 }
 
 TEST(ErrLog, WhatCannotBeOpenedIsSilent) {

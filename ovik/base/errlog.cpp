@@ -4,11 +4,10 @@
 
 #include <cstring>
 #include <cwchar>
-#include <exception>
 #include <locale>
 #include <utility>
 
-#include "ovik/base/ascii.h"
+#include "ovik/base/unicode.h"
 
 namespace Ovik {
 namespace {
@@ -23,19 +22,18 @@ class Utf8Conversion final : public std::codecvt<wchar_t, char, std::mbstate_t> 
         toNext = to;
         for (; fromNext != fromEnd; ++fromNext) {
             // Room for a stranded surrogate and the character after it.
-            if (toEnd - toNext < 2 * kLongest) return partial;
+            if (toEnd - toNext < 2 * kLongestUtf8) return partial;
             const auto c = static_cast<char32_t>(*fromNext);
             const char32_t high = takeHigh(state);
-            const bool isLow = c >= 0xDC00 && c <= 0xDFFF;
-            if (high && isLow) {
-                put(0x10000 + ((high - 0xD800) << 10) + (c - 0xDC00), toNext);
+            if (high && isLowSurrogate(c)) {
+                toNext = putUtf8(joinSurrogates(high, c), toNext);
                 continue;
             }
-            if (high) put(kReplacement, toNext);
-            if (c >= 0xD800 && c <= 0xDBFF) {
+            if (high) toNext = putUtf8(kReplacementCharacter, toNext);
+            if (isHighSurrogate(c)) {
                 keepHigh(state, c);
             } else {
-                put(isLow || c > 0x10FFFF ? kReplacement : c, toNext);
+                toNext = putUtf8(c, toNext);
             }
         }
         return ok;
@@ -43,40 +41,16 @@ class Utf8Conversion final : public std::codecvt<wchar_t, char, std::mbstate_t> 
 
     result do_unshift(std::mbstate_t& state, char* to, char* toEnd, char*& toNext) const override {
         toNext = to;
-        if (toEnd - to < kLongest) return partial;
-        if (takeHigh(state)) put(kReplacement, toNext);
+        if (toEnd - to < kLongestUtf8) return partial;
+        if (takeHigh(state)) toNext = putUtf8(kReplacementCharacter, toNext);
         return ok;
     }
 
     bool do_always_noconv() const noexcept override { return false; }
     int do_encoding() const noexcept override { return -1; }
-    int do_max_length() const noexcept override { return 2 * kLongest; }
+    int do_max_length() const noexcept override { return 2 * kLongestUtf8; }
 
  private:
-    static constexpr int kLongest = 4;
-    static constexpr char32_t kReplacement = 0xFFFD;
-
-    static void put(char32_t c, char*& to) {
-        const auto tail = [&](int shift) {
-            *to++ = static_cast<char>(0x80 | ((c >> shift) & 0x3F));
-        };
-        if (c < 0x80) {
-            *to++ = static_cast<char>(c);
-        } else if (c < 0x800) {
-            *to++ = static_cast<char>(0xC0 | (c >> 6));
-            tail(0);
-        } else if (c < 0x10000) {
-            *to++ = static_cast<char>(0xE0 | (c >> 12));
-            tail(6);
-            tail(0);
-        } else {
-            *to++ = static_cast<char>(0xF0 | (c >> 18));
-            tail(12);
-            tail(6);
-            tail(0);
-        }
-    }
-
     // The conversion's state is a high surrogate that waits for its other half, or 0.
     static_assert(sizeof(std::mbstate_t) >= sizeof(char16_t));
     static char32_t takeHigh(std::mbstate_t& state) {
@@ -91,23 +65,15 @@ class Utf8Conversion final : public std::codecvt<wchar_t, char, std::mbstate_t> 
     }
 };
 
-std::wstring wideName(const std::filesystem::path& path) {
-    try {
-        return path.wstring();
-    } catch (const std::exception&) {
-        return widen(path.string());
-    }
-}
-
 }  // namespace
 
 ErrLog::ErrLog(const wchar_t* path) {
     if (!path) throw static_cast<wchar_t*>(nullptr);
     fileName_ = path;
-    path_ = path;
+    path_ = pathFromWide(path);
 }
 
-ErrLog::ErrLog(const std::filesystem::path& path) : fileName_(wideName(path)), path_(path) {}
+ErrLog::ErrLog(const std::filesystem::path& path) : fileName_(wideFromPath(path)), path_(path) {}
 
 ErrLog::ErrLog(ErrLog&& other) noexcept
     : fileName_(std::exchange(other.fileName_, {})),

@@ -23,12 +23,13 @@ class OVIK_API Base64Guid {
     static Base64Guid create();
 
     /// From the first 22 characters of `base64`. A character outside the alphabet counts as `$`,
-    /// and so do those that a shorter text lacks.
+    /// and so do those that a shorter text lacks. `base64` must not be null.
     static Base64Guid createFromBase64(const char* base64);
 
     /// From the compressed form if `text` has exactly 22 characters, else from the braced form
     /// "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}", of which only the places of the digits count.
-    /// Only capital letters are read as digits rightly. The braced text is kept as given.
+    /// Only capital letters are read as digits rightly. The braced text is kept as given. `text`
+    /// must not be null.
     static Base64Guid createFromText(const char* text);
 
     /// The 22 characters; "" in an empty value.

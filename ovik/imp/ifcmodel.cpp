@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "ovik/base/inputfile.h"
+#include "ovik/base/unicode.h"
 #include "ovik/imp/ifcreader.h"
 #include "ovik/imp/modelimp.h"
 #include "ovik/imp/outfilerimp.h"
@@ -27,7 +28,7 @@ IfcModel* IfcModel::create(EIfcSchemaId schema, bool makeGuids, bool useTestGuid
 
 IfcModel* IfcModel::read(const wchar_t* path, ErrLog* log, ProgressMeter* meter,
                          const IfcReadOptions* options, IfcHeader* header) {
-    return read(std::filesystem::path(path), log, meter, options, header);
+    return read(pathFromWide(path), log, meter, options, header);
 }
 
 IfcModel* IfcModel::read(const std::filesystem::path& path, ErrLog* log, ProgressMeter* meter,
@@ -38,7 +39,7 @@ IfcModel* IfcModel::read(const std::filesystem::path& path, ErrLog* log, Progres
 }
 
 bool IfcModel::write(const wchar_t* path, const IfcHeader& header) const {
-    return write(std::filesystem::path(path), header);
+    return write(pathFromWide(path), header);
 }
 
 bool IfcModel::write(const std::filesystem::path& path, const IfcHeader& header) const {

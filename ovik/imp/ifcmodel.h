@@ -66,6 +66,7 @@ class OVIK_API IfcModel {
     /// stands in, each with a line in `log`. The entities are in ascending order of their instance
     /// numbers. All arguments but `path` may be null: no log, no progress, lenient, header not
     /// wanted. Two files must not be read at the same time in a process.
+    /// A wide path is encoded as UTF-8 where paths are bytes; the same holds for `write`.
     static IfcModel* read(const wchar_t* path, ErrLog* log = nullptr,
                           ProgressMeter* meter = nullptr, const IfcReadOptions* options = nullptr,
                           IfcHeader* header = nullptr);

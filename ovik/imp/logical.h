@@ -11,11 +11,12 @@ class Logical {
     /// Unknown.
     constexpr Logical() = default;
     constexpr Logical(bool b) : value_(b ? kTrue : kFalse) {}
+    Logical(const void*) = delete;  // a text would be taken for true
 
     constexpr bool isKnown() const { return value_ != kUnknown; }
     constexpr bool isUnknown() const { return value_ == kUnknown; }
 
-    /// True only for true: unknown converts to false.
+    /// True only for true: unknown converts to false, and so compares equal to it.
     constexpr operator bool() const { return value_ == kTrue; }
 
  private:

@@ -112,7 +112,7 @@ class OVIK_API IfcVariant {
     IfcVariant(Base64Guid&& x);
     IfcVariant(const XBinary& x);
 
-    /// Takes `x`, made by `new`, as the holder and owns it from now on.
+    /// Takes `x`, made by `new` and not null, as the holder and owns it from now on.
     IfcVariant(IfcEnumValue* x) : type_(AttributeEnum), value_(x) {}
     IfcVariant(IfcSelectValueBase* x) : type_(AttributeSelect), value_(x) {}
     IfcVariant(IfcVectorValueBase* x) : type_(AttributeVector), value_(x) {}

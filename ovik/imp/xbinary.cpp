@@ -42,12 +42,12 @@ XBinary::XBinary(const char* text) {
     std::transform(text, text + length_ + 1, encoded_, toUpperAscii);
 }
 
-XBinary::XBinary(const XBinary& other)
+XBinary::XBinary(const XBinary& other) noexcept
     : encoded_(other.encoded_), length_(other.length_), unusedBits_(other.unusedBits_) {
     if (!isEmpty()) FastHeap::addRef(encoded_, kFile, __LINE__);
 }
 
-XBinary& XBinary::operator=(const XBinary& other) {
+XBinary& XBinary::operator=(const XBinary& other) noexcept {
     if (this == &other) return *this;
     release(false);
     encoded_ = other.encoded_;

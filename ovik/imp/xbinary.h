@@ -10,15 +10,16 @@
 namespace Ovik {
 
 /// A sequence of bits. Copies share the text by count; a change of a bit makes an own copy first,
-/// but `clear` is seen by all who share it. Copies may be made and dropped on any thread; one
-/// object belongs to one thread at a time.
+/// but `clear` is seen by all who share it and so must not run beside the use of a copy on another
+/// thread. Otherwise copies may be made and dropped on any thread; one object belongs to one thread
+/// at a time.
 class OVIK_API XBinary {
  public:
     /// The bits that `text` encodes, letters put into capitals. Empty for null, for "" and when
     /// the count digit is above 3; the other digits are not looked at.
     XBinary(const char* text = nullptr);
-    XBinary(const XBinary& other);
-    XBinary& operator=(const XBinary& other);
+    XBinary(const XBinary& other) noexcept;
+    XBinary& operator=(const XBinary& other) noexcept;
     ~XBinary();
 
     /// What stands between the quotes of a physical file, NUL-terminated; "0" when empty. Valid
@@ -39,6 +40,8 @@ class OVIK_API XBinary {
 
     /// Makes the value `bits` bits long. Shrinking keeps the low bits. The digits that growing
     /// adds are NUL characters, so the text of a grown value may end early. 0 empties the value.
+    /// A value whose text was refused counts as that text's length when it comes to whether the
+    /// length changes, and as no digits when it does.
     void resize(std::size_t bits);
 
     /// Overwrites every digit with NUL characters, for all that share the text; the number of bits

@@ -34,9 +34,11 @@ class OVIK_API XString {
         encoded_ = other.encoded_;
         return *this;
     }
+    /// Leaves `other` unset.
     XString& operator=(XString&& other) noexcept {
-        std::swap(decoded_, other.decoded_);
-        std::swap(encoded_, other.encoded_);
+        XString taken(std::move(other));
+        std::swap(decoded_, taken.decoded_);
+        std::swap(encoded_, taken.encoded_);
         return *this;
     }
     virtual ~XString() { drop(); }
@@ -48,6 +50,9 @@ class OVIK_API XString {
     /// The text, NUL-terminated; "" when unset. Valid until the last copy of this value goes.
     const char16_t* c_str() const { return decoded_; }
     operator const char16_t*() const { return decoded_; }
+
+    // Through the conversion above `==` would compare addresses: compare the texts of `c_str()`.
+    bool operator==(const XString&) const = delete;
 
     /// What stands between the apostrophes of a physical file; "" when unset.
     const char* getEncoded() const { return encoded_; }

@@ -11,6 +11,7 @@
 
 #include "ovik/base/ascii.h"
 #include "ovik/base/inputfile.h"
+#include "ovik/base/unicode.h"
 #include "ovik/parser/parser.h"
 
 namespace Ovik::IfcParser {
@@ -89,7 +90,7 @@ void IfcFileOutput::endOfFile() {
 }
 
 std::unique_ptr<ParsedFile> parseFile(const wchar_t* path, ErrLog* log, ProgressMeter* meter) {
-    return parseFile(std::filesystem::path(path), log, meter);
+    return parseFile(pathFromWide(path), log, meter);
 }
 
 std::unique_ptr<ParsedFile> parseFile(const std::filesystem::path& path, ErrLog* log,

@@ -4,6 +4,7 @@
 #include <ostream>
 #include <string>
 
+#include "ovik/base/unicode.h"
 #include "ovik/parser/fileoutput.h"
 
 namespace Ovik {
@@ -51,7 +52,7 @@ bool sameData(const ParsedFile& a, const ParsedFile& b, const CompareContext& co
 }  // namespace
 
 bool IfcParsedStream::read(const wchar_t* path, ErrLog* log, ProgressMeter* meter) {
-    return read(std::filesystem::path(path), log, meter);
+    return read(pathFromWide(path), log, meter);
 }
 
 bool IfcParsedStream::read(const std::filesystem::path& path, ErrLog* log, ProgressMeter* meter) {
