@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
-#include <memory>
+#include <utility>
 
 #if defined(__SANITIZE_ADDRESS__)
 #define OVIK_ASAN 1
@@ -31,8 +31,10 @@ constexpr std::size_t kReserve = 96 * 1024;
 
 // The lowest address that the recursion may go to on the current stack; null outside a recursion.
 thread_local char* stackLimit = nullptr;
-// One segment is kept, so that a loop across the end of a stack does not allocate at each turn.
-thread_local std::unique_ptr<char[]> spareSegment;
+// One segment is kept while a recursion lasts, so that a loop across the end of a stack does not
+// allocate at each turn. A plain pointer: recursions also run while a process ends, when thread
+// variables with a destructor are gone.
+thread_local char* spareSegment = nullptr;
 
 char* stackPosition() {
     return static_cast<char*>(__builtin_frame_address(0));
@@ -72,7 +74,9 @@ DeepStack::Root::Root() : outermost_(stackLimit == nullptr) {
 }
 
 DeepStack::Root::~Root() {
-    if (outermost_) stackLimit = nullptr;
+    if (!outermost_) return;
+    stackLimit = nullptr;
+    delete[] std::exchange(spareSegment, nullptr);
 }
 
 bool DeepStack::hasRoom() {
@@ -80,8 +84,8 @@ bool DeepStack::hasRoom() {
 }
 
 void DeepStack::runOnSegment(Function function, void* argument) {
-    std::unique_ptr<char[]> segment = std::move(spareSegment);
-    if (!segment) segment = std::make_unique_for_overwrite<char[]>(kSegmentSize);
+    char* segment = std::exchange(spareSegment, nullptr);
+    if (!segment) segment = new char[kSegmentSize];
     char* const outerLimit = stackLimit;
 
     Switch s{};
@@ -89,23 +93,23 @@ void DeepStack::runOnSegment(Function function, void* argument) {
     s.argument = argument;
     ucontext_t inner;
     getcontext(&inner);
-    inner.uc_stack.ss_sp = segment.get();
+    inner.uc_stack.ss_sp = segment;
     inner.uc_stack.ss_size = kSegmentSize;
     inner.uc_link = &s.caller;
     const auto address = reinterpret_cast<std::uintptr_t>(&s);
     makecontext(&inner, reinterpret_cast<void (*)()>(segmentMain), 2,
                 static_cast<unsigned>(address >> 32), static_cast<unsigned>(address));
-    stackLimit = segment.get() + kReserve;
+    stackLimit = segment + kReserve;
 #if defined(OVIK_ASAN)
     void* fakeStack = nullptr;
-    __sanitizer_start_switch_fiber(&fakeStack, segment.get(), kSegmentSize);
+    __sanitizer_start_switch_fiber(&fakeStack, segment, kSegmentSize);
 #endif
     swapcontext(&s.caller, &inner);
 #if defined(OVIK_ASAN)
     __sanitizer_finish_switch_fiber(fakeStack, nullptr, nullptr);
 #endif
     stackLimit = outerLimit;
-    spareSegment = std::move(segment);
+    delete[] std::exchange(spareSegment, segment);
     if (s.failure) std::rethrow_exception(s.failure);
 }
 

@@ -27,7 +27,6 @@ class OVIK_API OutputPrgMeter : public Output {
     void addData(int id, PooledName* className, ItemList* list, double position) override;
 
  private:
-    std::istream* stream_;
     ProgressMeter* meter_;
 };
 

@@ -126,7 +126,7 @@ bool yyFlexLexer::refill() {
         current_->space.reset(bigger);
         current_->size *= 2;
         space = bigger;
-    } else {
+    } else if (start_ != space) {
         std::memmove(space, start_, kept);
     }
     const std::size_t room = std::min(current_->size - kept - 1, kReadSize);

@@ -152,6 +152,17 @@ std::wostream* Scanner::logStream() {
     return log_ ? &log_->log() : nullptr;
 }
 
+// What is known of a line holds within one filling of one buffer.
+void Scanner::switchToBuffer(Buffer* buffer) {
+    quotelessEnd_ = nullptr;
+    yyFlexLexer::switchToBuffer(buffer);
+}
+
+void Scanner::restart(std::istream* stream) {
+    quotelessEnd_ = nullptr;
+    yyFlexLexer::restart(stream);
+}
+
 int Scanner::LexerInput(char* buffer, int maximum) {
     quotelessEnd_ = nullptr;
     const int count = yyFlexLexer::LexerInput(buffer, maximum);

@@ -97,6 +97,8 @@ class OVIK_API Scanner final : public yyFlexLexer {
         location_ = location;
     }
 
+    void switchToBuffer(Buffer* buffer) override;
+    void restart(std::istream* stream) override;
     int yylex() override;
     std::wostream* logStream() override;
     int LexerInput(char* buffer, int maximum) override;
