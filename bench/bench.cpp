@@ -1,8 +1,11 @@
 // Measures each stage of a file's road in bytes of file text per second, and the memory it takes in
 // bytes per byte of file, beside a plain read of the same file in the same run.
 //   ovik_bench [FILE] [--benchmark_...]   without FILE, a synthetic IFC4 model of 50 MB
+// The stages from `scan` on hold what the one before them does, but `validate`: it is the last part
+// of `load`, from the last record on.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
@@ -11,6 +14,8 @@
 #include <functional>
 #include <iostream>
 #include <memory>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,20 +51,36 @@ std::size_t statusBytes(const std::string& field) {
     return 0;
 }
 
-/// Runs a stage once and notes the memory that it has allocated at its end and at its highest.
+/// Weighs what happens from its making on: the memory that is allocated then and was not before,
+/// and the highest in between. What is given back counts as nothing.
+class Scale {
+ public:
+    Scale() {
+        malloc_trim(0);
+        std::ofstream("/proc/self/clear_refs") << "5";  // the peak starts anew from here
+        resident_ = statusBytes("VmRSS:");
+        allocated_ = allocatedBytes();
+    }
+    void note(benchmark::State& state, std::uint64_t fileBytes) const {
+        const auto perByte = [&](std::size_t now, std::size_t before) {
+            return now < before ? 0.0
+                                : static_cast<double>(now - before) / static_cast<double>(fileBytes);
+        };
+        state.counters[kHeld] = perByte(allocatedBytes(), allocated_);
+        state.counters[kPeak] = perByte(statusBytes("VmHWM:"), resident_);
+    }
+
+ private:
+    std::size_t resident_;
+    std::size_t allocated_;
+};
+
+/// Runs a stage once and notes the memory that it takes.
 void weigh(benchmark::State& state, const Stage& stage, std::uint64_t fileBytes) {
     stage();  // whatever it prepares at its first run is not its own memory
-    malloc_trim(0);
-    std::ofstream("/proc/self/clear_refs") << "5";  // the peak starts anew from here
-    const std::size_t resident = statusBytes("VmRSS:");
-    const std::size_t allocated = allocatedBytes();
+    const Scale scale;
     const Kept kept = stage();
-    const auto perByte = [&](std::size_t now, std::size_t before) {
-        return now < before ? 0.0
-                            : static_cast<double>(now - before) / static_cast<double>(fileBytes);
-    };
-    state.counters[kHeld] = perByte(allocatedBytes(), allocated);
-    state.counters[kPeak] = perByte(statusBytes("VmHWM:"), resident);
+    scale.note(state, fileBytes);
 }
 
 void setRate(benchmark::State& state, std::uint64_t fileBytes) {
@@ -157,6 +178,11 @@ Kept load(const fs::path& file, Ovik::ProgressMeter* meter = nullptr) {
     return {model, [](Ovik::IfcModel* m) { m->release(); }};
 }
 
+void write(const Ovik::IfcModel& model, const fs::path& file) {
+    if (!model.write(file, Ovik::IfcHeader()))
+        throw std::runtime_error(file.string() + " can't be written");
+}
+
 std::shared_ptr<Ovik::IfcParsedStream> readItems(const fs::path& file) {
     auto items = std::make_shared<Ovik::IfcParsedStream>();
     if (!items->read(file, nullptr, nullptr))
@@ -164,24 +190,42 @@ std::shared_ptr<Ovik::IfcParsedStream> readItems(const fs::path& file) {
     return items;
 }
 
-/// Tells the end of a load from its parse: the time from the last record to the end goes to the
-/// second pass, the validation and the hand-over of the entities to the model.
+/// Tells the end of a load from its parse: what comes after the last record is the second pass, the
+/// judging of the entities and their hand-over to the model.
 class EndMeter final : public Ovik::ProgressMeter {
  public:
-    void start(std::uint64_t) override { last_ = Clock::now(); }
-    void progress(std::uint64_t) override { last_ = Clock::now(); }
-    void finish() override { seconds_ = Clock::now() - last_; }
+    /// Weighs too, if it is told the number of records.
+    explicit EndMeter(std::uint64_t numRecords = 0) : last_(numRecords) {}
+
+    void start(std::uint64_t) override { begin_ = Clock::now(); }
+    void progress(std::uint64_t) override {
+        if (++count_ == last_) scale_.emplace();
+        begin_ = Clock::now();
+    }
+    void finish() override { seconds_ = Clock::now() - begin_; }
+
+    std::uint64_t numRecords() const { return count_; }
     double seconds() const { return seconds_.count(); }
+    const std::optional<Scale>& scale() const { return scale_; }
 
  private:
     using Clock = std::chrono::steady_clock;
-    Clock::time_point last_;
+    const std::uint64_t last_;
+    std::uint64_t count_ = 0;
+    Clock::time_point begin_;
     std::chrono::duration<double> seconds_{};
+    std::optional<Scale> scale_;
 };
 
 void addValidate(const fs::path& file, std::uint64_t fileBytes) {
     benchmark::RegisterBenchmark("validate",
                                  [=](benchmark::State& state) {
+                                     EndMeter counting;
+                                     load(file, &counting);
+                                     EndMeter weighing(counting.numRecords());
+                                     Kept model = load(file, &weighing);
+                                     if (weighing.scale()) weighing.scale()->note(state, fileBytes);
+                                     model.reset();
                                      for ([[maybe_unused]] auto _ : state) {
                                          EndMeter meter;
                                          load(file, &meter);
@@ -204,7 +248,7 @@ void addStages(const fs::path& file, const fs::path& copy) {
     // Made at the first use, so that a filter that leaves a stage out leaves out its cost too.
     addStage("write", bytes, [=, model = Kept()]() mutable -> Kept {
         if (!model) model = load(file);
-        static_cast<Ovik::IfcModel*>(model.get())->write(copy, Ovik::IfcHeader());
+        write(*static_cast<Ovik::IfcModel*>(model.get()), copy);
         return nullptr;
     });
     addStage("compare", bytes,
@@ -225,16 +269,17 @@ int main(int argc, char** argv) {
         std::cerr << "usage: ovik_bench [FILE] [--benchmark_...]\n";
         return 2;
     }
-    const fs::path folder = fs::temp_directory_path() / "ovik-bench";
-    fs::create_directories(folder);
-    fs::path file = argc == 2 ? fs::path(argv[1]) : folder / "synthetic.ifc";
-    if (argc == 1) {
-        Ovik::IfcModel* model = bench::makeModel(Ovik::eIFC4, kModelBytes);
-        model->write(file, Ovik::IfcHeader());
-        model->release();
-    }
+    fs::path folder;
     int status = 0;
     try {
+        folder = fs::temp_directory_path() / ("ovik-bench-" + std::to_string(getpid()));
+        fs::create_directories(folder);
+        const fs::path file = argc == 2 ? fs::path(argv[1]) : folder / "synthetic.ifc";
+        if (argc == 1) {
+            Ovik::IfcModel* model = bench::makeModel(Ovik::eIFC4, kModelBytes);
+            write(*model, file);
+            model->release();
+        }
         addStages(file, folder / "copy.ifc");
         std::cout << file.string() << ", " << fs::file_size(file) << " bytes\n";
         Table table;
@@ -243,6 +288,7 @@ int main(int argc, char** argv) {
         std::cerr << "ovik_bench: " << error.what() << '\n';
         status = 1;
     }
-    fs::remove_all(folder);
+    std::error_code ignored;
+    fs::remove_all(folder, ignored);
     return status;
 }

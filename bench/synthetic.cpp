@@ -2,7 +2,9 @@
 // points, faces and loops, then properties and relations.
 #include "bench/synthetic.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <random>
 #include <string>
 #include <type_traits>

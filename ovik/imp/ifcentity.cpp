@@ -97,10 +97,9 @@ void IfcEntity::addToModel(IfcModel& model) {
     if (state.assignIds) state.assignId(*this);
 }
 
-bool IfcEntity::makeGuid(IfcModel& model, Base64Guid& guid) {
+void IfcEntity::makeGuid(IfcModel& model, Base64Guid& guid) {
     const ModelImp& state = *imp(model);
     if (state.makeGuids) guid = state.useTestGuid ? Base64Guid::testGuid() : Base64Guid::create();
-    return state.makeGuids;
 }
 
 }  // namespace Ovik

@@ -72,11 +72,13 @@ class OVIK_API IfcEntity {
     virtual void write(IfcOutFiler& out) const;
 
     /// The attribute `name` into `value`, which must be empty. `ResultNotFound` if the class has no
-    /// such attribute, `ResultUnset` if its own optional attribute has no value.
+    /// such attribute, `ResultUnset` if its own optional attribute has no value; one that it inherits
+    /// and that has no value is not found either.
     virtual Result getAttribute(const char* name, IfcVariant& value) const;
 
-    /// Sets the attribute `name`. `ResultNotFound`, or `ResultWrongType` if `value` doesn't fit;
-    /// the entity is then unchanged.
+    /// Sets the attribute `name`. `ResultNotFound` if there is none, `ResultWrongType` if `value`
+    /// doesn't fit an attribute of the class itself; of one that it inherits that is not found
+    /// either. The entity is then unchanged.
     virtual Result setAttribute(const char* name, const IfcVariant& value);
 
     /// The instance number that the entity had in its file; 0 if it was made by `create`.
@@ -92,7 +94,8 @@ class OVIK_API IfcEntity {
     int userData() const { return userData_; }
     void setUserData(int value) { userData_ = value; }
 
-    /// True if this entity's class is `cls` or descends from it; false for null.
+    /// True if this entity's class is `cls` or descends from it; false for null. The chain of a
+    /// concrete class without a supertype ends at itself, so `IfcEntity::desc()` is not in it.
     bool isKindOf(const RtClass* cls) const { return cls && Ovik::isKindOf(isA(), cls); }
 
     /// Deletes the entity, or does nothing on a null `this`. Pool and slot are not told, so this is
@@ -102,6 +105,7 @@ class OVIK_API IfcEntity {
     static constexpr RtClass* desc() { return &s_type; }
 
  protected:
+    /// The slots of a model go before its entities: a destructor must not follow a handle.
     virtual ~IfcEntity();
 
     void setIfcId(int id) { ifcId_ = id; }
@@ -109,8 +113,8 @@ class OVIK_API IfcEntity {
 
     /// Appends the entity to the model's pool and gives it a slot, as far as the model is set to.
     void addToModel(IfcModel& model);
-    /// Fills `guid` if the model is set to make identifiers. True if it is.
-    static bool makeGuid(IfcModel& model, Base64Guid& guid);
+    /// Fills `guid` if the model is set to make identifiers.
+    static void makeGuid(IfcModel& model, Base64Guid& guid);
     static ModelImp* imp(IfcModel& model);
 
  private:

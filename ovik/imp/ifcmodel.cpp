@@ -6,6 +6,8 @@
 
 #include "ovik/base/inputfile.h"
 #include "ovik/base/unicode.h"
+#include "ovik/ifc2x3/schema.h"
+#include "ovik/ifc4/schema.h"
 #include "ovik/imp/ifcreader.h"
 #include "ovik/imp/modelimp.h"
 #include "ovik/imp/outfilerimp.h"
@@ -19,9 +21,9 @@ IfcModel::~IfcModel() = default;
 IfcModel* IfcModel::create(EIfcSchemaId schema, bool makeGuids, bool useTestGuid) {
     switch (schema) {
         case eIFC2X3:
-            return createIfc2x3Model(makeGuids, useTestGuid);
+            return IFC2X3::createModel(makeGuids, useTestGuid);
         case eIFC4:
-            return createIfc4Model(makeGuids, useTestGuid);
+            return IFC4::createModel(makeGuids, useTestGuid);
     }
     return nullptr;
 }

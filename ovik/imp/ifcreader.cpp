@@ -62,6 +62,8 @@ IfcReader::IfcReader(std::istream& stream, ErrLog* log, ProgressMeter* meter,
       lenient_(!options || options->lenient),
       filer_(*this, nullptr, messages_) {
     messages_.imbue(std::locale::classic());
+    // Nobody reads them without a log, and a bad file makes many.
+    if (!log_) messages_.setstate(std::ios::badbit);
 }
 
 IfcReader::~IfcReader() {
@@ -148,8 +150,8 @@ bool IfcReader::readStrings(XString& value) {
 }
 
 void IfcReader::addData(int id, PooledName* name, ItemList* items, double position) {
-    OutputPrgMeter::addData(id, name, items, position);
     ListHolder list(items);
+    OutputPrgMeter::addData(id, name, items, position);
 
     EntityEntry& entry = entries_[id];
     if (entry.slot && *entry.slot) {
@@ -200,7 +202,8 @@ void IfcReader::readEntity(IfcEntity& entity, ItemList* items) {
     try {
         isRead = entity.read(filer_);
     } catch (const SelectorNeedSecondPassRead&) {
-        pending_.emplace_back(&entity, list.take());
+        pending_.emplace_back(&entity, nullptr);
+        pending_.back().second = list.take();
         return;
     }
     if (isRead) return;

@@ -10,7 +10,8 @@ bool RtClass::isKindOf(const RtClass* other) const {
 }
 
 void IfcEntity::destroy() {
-    if (this) delete this;
+    IfcEntity* const self = this;
+    if (self) delete self;
 }
 
 }  // namespace Ovik

@@ -275,6 +275,10 @@ void IfcOutFiler::writeInt(int value) {
     appendInteger(imp_->nextValue(), value);
 }
 
+void IfcOutFiler::writeUnsigned(unsigned value) {
+    appendInteger(imp_->nextValue(), value);
+}
+
 void IfcOutFiler::writeReal(double value) {
     appendReal(imp_->nextValue(), value);
 }

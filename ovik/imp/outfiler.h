@@ -30,6 +30,7 @@ class OVIK_API IfcOutFiler {
     void writeBool(bool value);               ///< `.T.` or `.F.`
     void writeLogical(const Logical& value);  ///< `.T.`, `.F.` or `.U.`
     void writeInt(int value);                 ///< decimal
+    void writeUnsigned(unsigned value);       ///< decimal
     void writeReal(double value);             ///< `2.` when integral, else 16 significant digits
     void writeString(const XString& value);   ///< the encoded text in apostrophes
     void writeGuid(const Base64Guid& value);  ///< the 22 characters in apostrophes
@@ -38,7 +39,7 @@ class OVIK_API IfcOutFiler {
     void writeEntity(const IfcEntity* entity);
 
     /// A parenthesised thing under construction: a list, or with a name a typed value. It closes
-    /// at the end of the scope, on an exception too.
+    /// at the end of the scope, on an exception too. Stands within a record.
     class Item {
      public:
         explicit Item(IfcOutFiler& out, const char* name = nullptr) : out_(out) {

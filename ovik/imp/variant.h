@@ -2,6 +2,7 @@
 // value. Nothing is ever converted from one kind to another.
 #pragma once
 
+#include <type_traits>
 #include <utility>
 
 #include "ovik/base/export.h"
@@ -32,7 +33,7 @@ class OVIK_API IfcVariantValueBase {
 
 /// Holder of a plain value.
 template <class T>
-class IfcVariantValue final : public IfcVariantValueBase {
+class OVIK_API IfcVariantValue final : public IfcVariantValueBase {
  public:
     explicit IfcVariantValue(const T& v) : value(v) {}
     explicit IfcVariantValue(T&& v) : value(std::move(v)) {}
@@ -83,7 +84,8 @@ class OVIK_API IfcVectorValueBase : public IfcVariantValueBase {
     virtual bool remove(unsigned index) = 0;
     virtual void clear() = 0;
 
-    /// Appends an element; `ResultWrongType` if `value` doesn't fit.
+    /// Appends an element; `ResultWrongType` if `value` doesn't fit. An aggregate that has its upper
+    /// bound's number of elements takes no more and stays as it is.
     virtual Result add(const IfcVariant& value) = 0;
 };
 
@@ -117,8 +119,12 @@ class OVIK_API IfcVariant {
     IfcVariant(IfcSelectValueBase* x) : type_(AttributeSelect), value_(x) {}
     IfcVariant(IfcVectorValueBase* x) : type_(AttributeVector), value_(x) {}
 
-    /// Any other pointer, a text above all, would silently become a `bool`.
+    /// Any other pointer, a text above all, would silently become a `bool`, and an enumerator an
+    /// `int`: the value of an enumeration is an `IfcEnumValue`.
     IfcVariant(const void*) = delete;
+    template <class E>
+        requires std::is_enum_v<E>
+    IfcVariant(E) = delete;
 
     AttributeTypeEnum getValueType() const { return type_; }
 

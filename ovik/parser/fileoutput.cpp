@@ -59,9 +59,9 @@ bool IfcFileOutput::setHeader(ParsedHeader*& taken) {
 }
 
 void IfcFileOutput::addData(int id, PooledName* className, ItemList* list, double position) {
-    OutputPrgMeter::addData(id, className, list, position);
     className->addRef();
     auto item = std::make_unique<DataItem>(id, className, list);
+    OutputPrgMeter::addData(id, className, list, position);
     if (!items) items = std::make_unique<DataItems>();
     if (items->empty() || items->back()->id < id) {
         items->push_back(std::move(item));

@@ -26,13 +26,29 @@ class HeaderProbe : public Ovik::IfcParser::Output {
 };
 
 /// Why a file that can be read has no model. A load leaves its reasons in a log only, so the
-/// header is looked at once more: it is either broken or of another schema.
+/// header is looked at once more, if it is still there: what came through a pipe is gone.
 std::string whyNoModel(const fs::path& file) {
+    std::error_code error;
+    if (!fs::is_regular_file(file, error))
+        return "is not a STEP physical file of IFC2X3 or IFC4, or its header is broken";
     std::ifstream stream(file);
     HeaderProbe probe;
     return Ovik::IfcParser::parseStream(stream, nullptr, &probe)
                ? "is not a STEP physical file, or its header is broken"
                : "its schema is not IFC2X3 or IFC4";
+}
+
+/// Why `file` can't be opened for reading; empty if it can.
+std::string whyUnreadable(const fs::path& file) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (error && status.type() != fs::file_type::not_found) return error.message();
+    if (fs::is_directory(status)) return "is a directory";
+    // Opening a pipe to look at it would take it from the reader to come.
+    if (fs::exists(status) && !fs::is_regular_file(status)) return {};
+    errno = 0;
+    const std::ifstream stream(file);
+    return stream ? std::string() : std::strerror(errno);
 }
 
 /// True unless the end of a written file is missing, as on a full disk.
@@ -54,18 +70,6 @@ void complain(const fs::path& file, const std::string& cause) {
     std::cerr << "ovik: " << file.string() << ": " << cause << '\n';
 }
 
-std::string whyUnreadable(const fs::path& file) {
-    std::error_code error;
-    const fs::file_status status = fs::status(file, error);
-    if (error && status.type() != fs::file_type::not_found) return error.message();
-    if (fs::is_directory(status)) return "is a directory";
-    // Opening a pipe to look at it would take it from the reader to come.
-    if (fs::exists(status) && !fs::is_regular_file(status)) return {};
-    errno = 0;
-    const std::ifstream stream(file);
-    return stream ? std::string() : std::strerror(errno);
-}
-
 ModelPtr loadModel(const fs::path& file, Ovik::IfcHeader& header, const LoadSettings& settings) {
     if (const std::string cause = whyUnreadable(file); !cause.empty()) {
         complain(file, cause);
@@ -76,6 +80,18 @@ ModelPtr loadModel(const fs::path& file, Ovik::IfcHeader& header, const LoadSett
     ModelPtr model(Ovik::IfcModel::read(file, settings.log, settings.meter, &options, &header));
     if (!model) complain(file, whyNoModel(file));
     return model;
+}
+
+bool readItems(const fs::path& file, Ovik::IfcParsedStream& items, Ovik::ErrLog* log) {
+    std::string cause = whyUnreadable(file);
+    try {
+        if (cause.empty() && !items.read(file, log, nullptr))
+            cause = "is not a valid STEP physical file";
+    } catch (const std::string& text) {
+        cause = text;
+    }
+    if (!cause.empty()) complain(file, cause);
+    return cause.empty();
 }
 
 bool writeModel(const Ovik::IfcModel& model, const Ovik::IfcHeader& header, const fs::path& file) {

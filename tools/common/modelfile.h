@@ -20,9 +20,6 @@ using ModelPtr = std::unique_ptr<Ovik::IfcModel, ReleaseModel>;
 /// Writes "PROGRAM: FILE: CAUSE" to standard error, as one line.
 void complain(const std::filesystem::path& file, const std::string& cause);
 
-/// Why `file` can't be opened for reading; empty if it can.
-std::string whyUnreadable(const std::filesystem::path& file);
-
 /// What `loadModel` is told beside the path. All may be left out.
 struct LoadSettings {
     Ovik::ErrLog* log = nullptr;
@@ -33,6 +30,9 @@ struct LoadSettings {
 /// The model in `file` and, in `header`, its header; null after a complaint.
 ModelPtr loadModel(const std::filesystem::path& file, Ovik::IfcHeader& header,
                    const LoadSettings& settings = {});
+
+/// Reads the items of `file`, for a comparison; `log` may be null. False after a complaint.
+bool readItems(const std::filesystem::path& file, Ovik::IfcParsedStream& items, Ovik::ErrLog* log);
 
 /// Writes `model` to `file`. False after a complaint.
 bool writeModel(const Ovik::IfcModel& model, const Ovik::IfcHeader& header,

@@ -100,28 +100,16 @@ int copy(const Arguments& arguments) {
     return 0;
 }
 
-/// Reads the items of `file`. False after a complaint.
-bool readItems(Ovik::IfcParsedStream& items, const std::string& file, Ovik::ErrLog* log) {
-    std::string cause = tools::whyUnreadable(file);
-    try {
-        if (cause.empty() && !items.read(fs::path(file), log, nullptr))
-            cause = "is not a valid STEP physical file";
-    } catch (const std::string& text) {
-        cause = text;
-    }
-    if (!cause.empty()) tools::complain(file, cause);
-    return cause.empty();
-}
-
 int compare(const Arguments& arguments) {
     std::optional<Ovik::ErrLog> log = makeLog(arguments);
     Ovik::ErrLog* const logger = log ? &*log : nullptr;
     Ovik::IfcParsedStream first;
     Ovik::IfcParsedStream second;
-    const bool bothValid = readItems(first, arguments.files[0], logger) &&
-                           readItems(second, arguments.files[1], logger);
+    // The second file is read even if the first is not valid: its faults are told too.
+    const bool isFirstValid = tools::readItems(arguments.files[0], first, logger);
+    const bool isSecondValid = tools::readItems(arguments.files[1], second, logger);
     checkLog(log);
-    if (!bothValid) return 2;
+    if (!isFirstValid || !isSecondValid) return 2;
     std::ostringstream report;
     const bool equal =
         first.isEqualTo(second, &report, arguments.tolerance, arguments.ignoreHeader);
@@ -185,16 +173,23 @@ std::string parseArguments(const Command& command, const std::vector<std::string
     return {};
 }
 
+bool isHelp(const std::string& word) {
+    return word == "--help" || word == "-h";
+}
+
+int giveHelp() {
+    std::cout << kUsage;
+    return 0;
+}
+
 int run(const std::vector<std::string>& words) {
-    if (words.size() == 1 && (words[0] == "--help" || words[0] == "-h")) {
-        std::cout << kUsage;
-        return 0;
-    }
+    if (words.size() == 1 && isHelp(words[0])) return giveHelp();
     std::string fault = "a subcommand is missing";
     if (!words.empty()) {
         fault = "unknown subcommand " + words[0];
         for (const Command& command : commands()) {
             if (command.name != words[0]) continue;
+            if (std::any_of(words.begin() + 1, words.end(), isHelp)) return giveHelp();
             Arguments arguments;
             fault = parseArguments(command, {words.begin() + 1, words.end()}, arguments);
             if (fault.empty()) return command.run(arguments);

@@ -14,6 +14,7 @@ namespace {
 // The entry of `entries` with this name, or null.
 template <class Entry>
 const Entry* findByName(std::span<const Entry> entries, const NameHash& hash, const char* name) {
+    if (!name) return nullptr;
     const unsigned value = hash(name);
     for (const Entry& entry : entries) {
         if (entry.hash == value) return compareNoCase(entry.name, name) == 0 ? &entry : nullptr;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -25,7 +26,11 @@ class Growing {
     using Element = E;
 
     Growing() = default;
-    Growing(const Growing& other) : capacity_(other.capacity_) { append(other); }
+    Growing(const Growing& other) : Growing() {
+        capacity_ = other.capacity_;
+        if (other.data_) data_ = allocate(capacity_);
+        for (; size_ < other.size_; ++size_) new (data_ + size_) E(other.data_[size_]);
+    }
     Growing(Growing&& other) noexcept
         : data_(std::exchange(other.data_, nullptr)),
           size_(std::exchange(other.size_, 0)),
@@ -74,21 +79,19 @@ class Growing {
  protected:
     friend struct AggregateAccess;
 
+    static constexpr bool isFull() { return false; }
+
     template <class... Arguments>
     E& emplace(Arguments&&... arguments) {
-        // The new element is made first: it may be a copy of one that a growth moves.
         if (!data_ || size_ == capacity_) {
+            // The new element is made first: it may be a copy of one that a growth moves.
             E element(std::forward<Arguments>(arguments)...);
-            if (!data_) {
-                // A capacity of nothing grows to the first one.
-                if (capacity_ == 0) capacity_ = kFirstCapacity;
-                data_ = allocate(capacity_);
-            } else {
-                moveTo(capacity_ ? 2 * capacity_ : kFirstCapacity);
-            }
-            return *new (data_ + size_++) E(std::move(element));
+            grow();
+            new (data_ + size_) E(std::move(element));
+        } else {
+            new (data_ + size_) E(std::forward<Arguments>(arguments)...);
         }
-        return *new (data_ + size_++) E(std::forward<Arguments>(arguments)...);
+        return data_[size_++];
     }
 
     void truncate(unsigned n) {
@@ -107,6 +110,16 @@ class Growing {
         if (!memory) throw std::bad_alloc();
         return static_cast<E*>(memory);
     }
+    // Makes room for one element; a capacity of nothing grows to the first one.
+    void grow() {
+        if (!data_) {
+            if (capacity_ == 0) capacity_ = kFirstCapacity;
+            data_ = allocate(capacity_);
+        } else {
+            if (capacity_ > std::numeric_limits<unsigned>::max() / 2) throw std::bad_alloc();
+            moveTo(capacity_ ? 2 * capacity_ : kFirstCapacity);
+        }
+    }
     void moveTo(unsigned capacity) {
         if constexpr (std::is_trivially_copyable_v<E>) {
             void* larger = std::realloc(data_, capacity * sizeof(E));
@@ -121,13 +134,6 @@ class Growing {
         }
         capacity_ = capacity;
     }
-    void append(const Growing& other) {
-        if (!other.data_) return;
-        data_ = allocate(capacity_);
-        std::uninitialized_copy(other.data_, other.data_ + other.size_, data_);
-        size_ = other.size_;
-    }
-
     E* data_ = nullptr;
     unsigned size_ = 0;
     unsigned capacity_ = kFirstCapacity;
@@ -155,12 +161,11 @@ class Fixed {
  protected:
     friend struct AggregateAccess;
 
-    // A full array has no room to go to: the element is dropped.
+    bool isFull() const { return size_ == N; }
+
     template <class... Arguments>
     E& emplace(Arguments&&... arguments) {
-        if (size_ < N) return data_[size_++] = E(std::forward<Arguments>(arguments)...);
-        static thread_local E dropped;
-        return dropped = E(std::forward<Arguments>(arguments)...);
+        return data_[size_++] = E(std::forward<Arguments>(arguments)...);
     }
 
     void truncate(unsigned n) {
@@ -208,7 +213,9 @@ class ValueAggregate : public StorageOf<E, Upper>::type {
 
  public:
     /// Appends an element. A full bounded aggregate stays as it is.
-    void add(std::conditional_t<kByValue, E, const E&> element) { this->emplace(element); }
+    void add(std::conditional_t<kByValue, E, const E&> element) {
+        if (!this->isFull()) this->emplace(element);
+    }
 
     std::conditional_t<kByValue, E, E&> operator[](unsigned index) {
         return this->elements()[index];
@@ -219,27 +226,32 @@ class ValueAggregate : public StorageOf<E, Upper>::type {
 
     /// The elements in a row; null in an unbounded aggregate that never had one.
     const E* asArrayPtr() const { return this->elements(); }
+    const E* begin() const { return this->elements(); }
+    const E* end() const { return this->elements() + this->size(); }
 };
 
-/// An aggregate of references to entities of class `T`. It owns the handles, not the entities.
-/// Indices are not checked.
-template <class T, unsigned Lower, unsigned Upper = 0>
+/// An aggregate of references to entities. It owns the handles, not the entities. The generated
+/// class adds the access by entity class.
+template <unsigned Lower, unsigned Upper = 0>
 class EntityAggregate : public StorageOf<EntityId, Upper>::type {
  public:
-    /// Appends a reference, null for a null entity. A full bounded aggregate stays as it is.
-    void add(T* entity) { this->emplace(handleOf(entity)); }
-    void add(const EntityId& handle) { this->emplace(handle); }
+    /// Appends a reference. A full bounded aggregate stays as it is.
+    void add(const EntityId& handle) {
+        if (!this->isFull()) this->emplace(handle);
+    }
 
-    /// The entity of an element; null if the element leads nowhere or to another class.
-    T* operator[](unsigned index) { return cast<T>(this->elements()[index]()); }
-    const T* operator[](unsigned index) const { return cast<T>(this->elements()[index]()); }
+ protected:
+    template <class T>
+    T* at(unsigned index) const {
+        return cast<T>(this->elements()[index]());
+    }
 };
 
 }  // namespace Schema
 
 /// Holder of an aggregate in an `IfcVariant`.
 template <class T>
-class IfcVectorValue : public IfcVectorValueBase {
+class OVIK_API IfcVectorValue : public IfcVectorValueBase {
  public:
     IfcVectorValue() = default;
     explicit IfcVectorValue(const T& source) : value(source) {}

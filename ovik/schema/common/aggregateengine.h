@@ -2,6 +2,8 @@
 // descriptor of an aggregate class made of them. Included by the generated sources only.
 #pragma once
 
+#include <algorithm>
+
 #include "ovik/imp/infiler.h"
 #include "ovik/imp/outfiler.h"
 #include "ovik/imp/validation.h"
@@ -47,9 +49,26 @@ bool readElement(Storage& storage, const ValueType& type, IfcInFiler& in) {
     return true;
 }
 
+/// How many of the items may become elements. A select is hundreds of times the size of the item
+/// that it is read from, so for those the ones that can't be one don't count.
+template <class E>
+unsigned numReadable(const IfcInFiler::Items& items) {
+    if constexpr (std::is_base_of_v<Select, E>) {
+        return static_cast<unsigned>(
+            std::count_if(items.begin(), items.end(), [](const IfcParser::ItemBase* item) {
+                return item->kind() == static_cast<unsigned>(IfcParser::ItemKind::Choice) ||
+                       (item->kind() == static_cast<unsigned>(IfcParser::ItemKind::Ref) &&
+                        static_cast<const IfcParser::ItemRef*>(item)->value != 0);
+            }));
+    } else {
+        return static_cast<unsigned>(items.size());
+    }
+}
+
 /// Reads a list item by item. An item that doesn't fit is left out, and the rest is read.
 template <class Storage>
 bool readAggregate(void* value, const AggregateType& type, IfcInFiler& in) {
+    using E = typename Storage::Element;
     auto& storage = *static_cast<Storage*>(value);
     const IfcInFiler::Items* items = nullptr;
     if (!in.readList(items, type.lower, type.upper)) return false;
@@ -57,7 +76,7 @@ bool readAggregate(void* value, const AggregateType& type, IfcInFiler& in) {
     // A record that is read again must not append to what its first reading left.
     if (in.secondPass()) storage.clear();
     const auto count = static_cast<unsigned>(items->size());
-    if constexpr (requires { storage.reserve(count); }) storage.reserve(count);
+    if constexpr (requires { storage.reserve(count); }) storage.reserve(numReadable<E>(*items));
     IfcInFiler element(in, items);
     for (unsigned i = 0; i < count; ++i) {
         element.setCursor(i);

@@ -17,8 +17,8 @@ int validateOrientedEdge(OrientedEdge& edge, ValidationContext& context,
     if (code != kValid) {
         context.reportMember(code, L"EdgeElement");
         if (code == kInvalid) {
-            context.log() << "Invalid derived data member 'EdgeStart' in #" << context.currentId()
-                          << ", removed." << std::endl;
+            context.log() << L"Invalid derived data member 'EdgeStart' in #" << context.currentId()
+                          << L", removed.\n";
         }
         return code;
     }

@@ -34,7 +34,7 @@ OVIK_API Result setSelect(Select& value, const SelectType& type, const char* nam
 
 /// Holder of a select value in an `IfcVariant`.
 template <class T>
-class IfcSelectValue : public IfcSelectValueBase {
+class OVIK_API IfcSelectValue : public IfcSelectValueBase {
  public:
     IfcSelectValue() = default;
     explicit IfcSelectValue(const T& source) : value(source) {}

@@ -98,7 +98,15 @@ class Writer {
 
     void writeSchemaHeader() const {
         std::ostringstream out;
-        out << "/// The classes of the " << schema_.name << " schema.\nclass OVIK_API "
+        out << "/// The classes of the " << schema_.name << R"( schema. What holds for all entity classes:
+///
+/// - For an attribute `X` there are `getX` and `setX`, and `hasX` where it is optional. `hasX` is true
+///   from the first `setX` on, and a value can't be unset. A change through the reference that `getX`
+///   gives is kept, but does not make an optional attribute present: `setX` does.
+/// - A reference is read as null if it leads nowhere or to an entity of another class than declared;
+///   setting one checks neither its class nor its model.
+/// - Entities are made by `create`, belong to their model and can't be copied.
+class OVIK_API )"
             << schema_.name << " {\n public:\n"
             << "    /// An empty model of this schema, with one reference for the caller. With\n"
                "    /// `makeGuids` each new rooted entity gets an identifier: a random one, or "
@@ -184,6 +192,9 @@ class Writer {
             << ") : Select(tag) {}\n"
             << "    operator CTag() const { return choice(); }\n"
                "    CTag choice() const { return static_cast<CTag>(tag_); }\n"
+               "    bool operator==(CTag tag) const { return tag_ == tag; }\n"
+               "    // The tags alone would be compared.\n"
+            << "    bool operator==(const " << s.name << "&) const = delete;\n"
                "    /// The type name of the choice; null for a tag outside the select.\n"
                "    const char* choiceAsString() const;\n";
         NameSet types;
@@ -223,21 +234,28 @@ class Writer {
     }
 
     void writeHeader(const Aggregate& a) const {
-        std::string element = fieldType(a.element);
-        std::string base = "Schema::ValueAggregate<";
+        const std::string bounds =
+            std::to_string(a.lower) + (a.upper ? ", " + std::to_string(a.upper) : "") + ">";
+        const std::string element =
+            a.element.isPlain() ? fieldType(a.element) : qualified(fieldType(a.element));
+        const std::string base = a.element.entity
+                                     ? "Schema::EntityAggregate<" + bounds
+                                     : "Schema::ValueAggregate<" + element + ", " + bounds;
         NameSet types;
         addFieldType(a.element, types);
-        if (a.element.entity) {
-            base = "Schema::EntityAggregate<";
-            element = a.element.entity->name;
-        }
-        if (!a.element.isPlain()) element = qualified(element);
-        base += element + ", " + std::to_string(a.lower);
-        if (a.upper) base += ", " + std::to_string(a.upper);
-        base += ">";
         std::ostringstream out;
-        out << "class OVIK_API " << qualified(a.name) << " : public " << base << " {\n public:\n"
-            << "    bool read(IfcInFiler& in) { return s_type.read(this, s_type, in); }\n"
+        out << "class OVIK_API " << qualified(a.name) << " : public " << base << " {\n public:\n";
+        if (a.element.entity) {
+            const std::string& target = a.element.entity->name;
+            out << "    using " << base << "::add;\n"
+                << "    /// Appends a reference to `entity`, a null one for null.\n"
+                << "    void add(" << target << "* entity);\n"
+                << "    /// The entity of an element; null if it leads nowhere or to another class. The\n"
+                   "    /// index is not checked.\n"
+                << "    " << target << "* operator[](unsigned index);\n    const " << target
+                << "* operator[](unsigned index) const;\n\n";
+        }
+        out << "    bool read(IfcInFiler& in) { return s_type.read(this, s_type, in); }\n"
                "    void write(IfcOutFiler& out) const { s_type.write(this, s_type, out); }\n";
         if (a.canRefer()) {
             out << "    int validate(ValidationContext& context) {\n"
@@ -484,9 +502,18 @@ class Writer {
     void writeSource(const Aggregate& a, NameSet& headers, std::ostream& out) const {
         addEntity(a.element, headers);
         addFieldType(a.element, headers);
-        out << "constinit const Schema::AggregateType " << qualified(a.name) << "::s_type =\n"
+        const std::string cls = qualified(a.name);
+        out << "constinit const Schema::AggregateType " << cls << "::s_type =\n"
             << "    Schema::aggregateType<" << a.name << ", " << a.lower << ", " << a.upper << ">("
             << valueType(a.element) << ");\n";
+        if (!a.element.entity) return;
+        const std::string target = qualified(a.element.entity->name);
+        out << "void " << cls << "::add(" << a.element.entity->name
+            << "* entity) {\n    add(Schema::handleOf(entity));\n}\n"
+            << target << "* " << cls << "::operator[](unsigned index) {\n    return at<" << target
+            << ">(index);\n}\nconst " << target << "* " << cls
+            << "::operator[](unsigned index) const {\n    return at<" << target
+            << ">(index);\n}\n";
     }
 
     void writeSource(const Entity& e, NameSet& headers, std::ostream& out) const {

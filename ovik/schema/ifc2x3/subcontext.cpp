@@ -13,9 +13,8 @@ using namespace IfcParser;
 // Passes a `*`; of anything else tells once per load, reads it by `readIgnored` and drops it.
 template <class ReadIgnored>
 bool skipOrIgnore(IfcInFiler& in, ReadIgnored readIgnored) {
-    const ItemBase* item = in.item();
-    if (!item) return false;
-    if (item->kind() == static_cast<unsigned>(ItemKind::Derived)) {
+    const ItemBase* item = in.peek();
+    if (item && item->kind() == static_cast<unsigned>(ItemKind::Derived)) {
         in.advance();
         return true;
     }
