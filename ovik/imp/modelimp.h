@@ -36,7 +36,7 @@ struct ModelImp {
 };
 
 /// The part of a model that doesn't depend on the schema.
-class SchemaModel : public IfcModel {
+class OVIK_API SchemaModel : public IfcModel {
  public:
     SchemaModel(bool makeGuids, bool useTestGuid);
 

@@ -1,19 +1,16 @@
 // The model of schema IFC2X3.
-#include "ovik/imp/modelimp.h"
+#include "ovik/schema/ifc2x3/model.h"
 
 namespace Ovik {
-namespace IFC2X3Imp {
 
-class IfcModelImp final : public SchemaModel {
- public:
-    using SchemaModel::SchemaModel;
+EIfcSchemaId IFC2X3Imp::IfcModelImp::schemaId() const {
+    return eIFC2X3;
+}
 
-    EIfcSchemaId schemaId() const override { return eIFC2X3; }
+void IFC2X3Imp::IfcModelImp::buildBackRefs() {
     // Back references are not collected yet.
-    void buildBackRefs() override { resetUserData(); }
-};
-
-}  // namespace IFC2X3Imp
+    resetUserData();
+}
 
 IfcModel* createIfc2x3Model(bool makeGuids, bool useTestGuid) {
     return new IFC2X3Imp::IfcModelImp(makeGuids, useTestGuid);

@@ -1,19 +1,16 @@
 // The model of schema IFC4.
-#include "ovik/imp/modelimp.h"
+#include "ovik/schema/ifc4/model.h"
 
 namespace Ovik {
-namespace IFC4Imp {
 
-class IfcModelImp final : public SchemaModel {
- public:
-    using SchemaModel::SchemaModel;
+EIfcSchemaId IFC4Imp::IfcModelImp::schemaId() const {
+    return eIFC4;
+}
 
-    EIfcSchemaId schemaId() const override { return eIFC4; }
+void IFC4Imp::IfcModelImp::buildBackRefs() {
     // Back references are not collected yet.
-    void buildBackRefs() override { resetUserData(); }
-};
-
-}  // namespace IFC4Imp
+    resetUserData();
+}
 
 IfcModel* createIfc4Model(bool makeGuids, bool useTestGuid) {
     return new IFC4Imp::IfcModelImp(makeGuids, useTestGuid);
