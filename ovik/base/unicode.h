@@ -33,8 +33,8 @@ char* putUtf8(char32_t c, char* out);
 /// part that could have begun a character counts as one replacement character.
 char32_t nextCharacter(std::string_view text, std::size_t& i);
 
-/// Text of 16-bit units, or of whole characters where `Unit` is wider, as UTF-8. A surrogate without
-/// its other half becomes U+FFFD.
+/// Text of 16-bit units, or of whole characters where `Unit` is wider, as UTF-8. A surrogate
+/// without its other half becomes U+FFFD.
 template <class Unit>
 std::string encodeUtf8(std::basic_string_view<Unit> text) {
     std::string out;

@@ -72,13 +72,14 @@ class OVIK_API IfcEntity {
     virtual void write(IfcOutFiler& out) const;
 
     /// The attribute `name` into `value`, which must be empty. `ResultNotFound` if the class has no
-    /// such attribute, `ResultUnset` if its own optional attribute has no value; one that it inherits
-    /// and that has no value is not found either.
+    /// such attribute, `ResultUnset` if an optional one of the nearest class that declares
+    /// attributes has no value; of an attribute from further up that is not found either.
     virtual Result getAttribute(const char* name, IfcVariant& value) const;
 
-    /// Sets the attribute `name`. `ResultNotFound` if there is none, `ResultWrongType` if `value`
-    /// doesn't fit an attribute of the class itself; of one that it inherits that is not found
-    /// either. The entity is then unchanged.
+    /// Sets the attribute `name`. `ResultNotFound` if there is none, or no such literal of its
+    /// enumeration; `ResultWrongType` if `value` doesn't fit an attribute of the nearest class that
+    /// declares attributes, and `ResultNotFound` for one from further up. The entity is then
+    /// unchanged.
     virtual Result setAttribute(const char* name, const IfcVariant& value);
 
     /// The instance number that the entity had in its file; 0 if it was made by `create`.

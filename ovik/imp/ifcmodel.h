@@ -76,7 +76,7 @@ class OVIK_API IfcModel {
 
     /// Writes the model to a STEP physical file, which is overwritten. False if the file can't be
     /// opened; failures after that are not told. The instances are numbered anew from 1, depth
-    /// first in the order of the model. An empty time stamp of `header` gives the local time of
+    /// first in the order of the model. An unset time stamp of `header` gives the local time of
     /// now; its implementation level and schema are not used.
     bool write(const wchar_t* path, const IfcHeader& header) const;
     bool write(const std::filesystem::path& path, const IfcHeader& header) const;

@@ -59,9 +59,7 @@ class OVIK_API IfcInFiler {
     bool secondPass() const;
 
     /// The item at the cursor; null, without a report, past the end.
-    const IfcParser::ItemBase* peek() const {
-        return cursor_ < size_ ? items_[cursor_] : nullptr;
-    }
+    const IfcParser::ItemBase* peek() const { return cursor_ < size_ ? items_[cursor_] : nullptr; }
     /// The item at the cursor; null, with a report, past the end.
     const IfcParser::ItemBase* item() {
         const IfcParser::ItemBase* found = peek();
@@ -97,7 +95,7 @@ class OVIK_API IfcInFiler {
     /// A list of at least `min` and, unless `max` is 0, at most `max` items; `value` is null for an
     /// empty one.
     bool readList(const Items*& value, unsigned min, unsigned max);
-    /// `.T.`, `.F.` or `.U.`. Any other word fails without a report.
+    /// `.T.`, `.F.` or `.U.`. Any other word fails without a report and is passed.
     bool readLogical(Logical& value);
 
     /// "Failed to read <typeName>."

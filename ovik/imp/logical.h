@@ -11,7 +11,8 @@ class Logical {
     /// Unknown.
     constexpr Logical() = default;
     constexpr Logical(bool b) : value_(b ? kTrue : kFalse) {}
-    Logical(const void*) = delete;  // a text would be taken for true
+    template <class T>
+    Logical(T*) = delete;  // a text would be taken for true
 
     constexpr bool isKnown() const { return value_ != kUnknown; }
     constexpr bool isUnknown() const { return value_ == kUnknown; }

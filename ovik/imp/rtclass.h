@@ -20,8 +20,8 @@ class OVIK_API RtClass {
     /// Descriptor of an abstract class: no creator, not registered. `name` is kept by address.
     constexpr RtClass(const char* name, const RtClass* parent) : name_(name), parent_(parent) {}
 
-    /// Descriptor of a concrete class, which is entered in the registry of `schema`, one of the two.
-    /// A name that files are to be read by begins with "IFC".
+    /// Descriptor of a concrete class, which is entered in the registry of `schema`, one of the
+    /// two. A name that files are to be read by begins with "IFC".
     RtClass(const char* name, const RtClass* parent, Creator creator, EIfcSchemaId schema);
 
     /// True if `other` is this class or one of its ancestors. False on a null `this`.

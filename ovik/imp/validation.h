@@ -20,7 +20,8 @@ enum ValidationCode {
 /// The judge of one load: knows which entities have been judged and writes the reports.
 class OVIK_API ValidationContext {
  public:
-    /// Judges the entity that a reference leads to, once, and returns its code. `target` is not null.
+    /// Judges the entity that a reference leads to, once, and returns its code. `target` is not
+    /// null.
     virtual int validateRef(IfcEntity* target) = 0;
 
     /// Reports a failed attribute of the entity being judged: codes 0 and 2 have a text of their

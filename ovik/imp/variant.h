@@ -84,8 +84,8 @@ class OVIK_API IfcVectorValueBase : public IfcVariantValueBase {
     virtual bool remove(unsigned index) = 0;
     virtual void clear() = 0;
 
-    /// Appends an element; `ResultWrongType` if `value` doesn't fit. An aggregate that has its upper
-    /// bound's number of elements takes no more and stays as it is.
+    /// Appends an element; `ResultWrongType` if `value` doesn't fit. An aggregate that has its
+    /// upper bound's number of elements takes no more and stays as it is.
     virtual Result add(const IfcVariant& value) = 0;
 };
 
@@ -123,8 +123,8 @@ class OVIK_API IfcVariant {
     /// `int`: the value of an enumeration is an `IfcEnumValue`.
     IfcVariant(const void*) = delete;
     template <class E>
-        requires std::is_enum_v<E>
-    IfcVariant(E) = delete;
+    requires std::is_enum_v<E> IfcVariant(E)
+    = delete;
 
     AttributeTypeEnum getValueType() const { return type_; }
 

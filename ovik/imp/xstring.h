@@ -1,6 +1,6 @@
 // String values: the text as the caller works with it and the same text as a physical file spells
-// it, side by side. Both are made when the value is made, so that a string read from a file is
-// written again letter by letter and writing costs nothing but copying stored text.
+// it, side by side. Both are made when the value is made, so that the escapes of a string read
+// from a file go out as they came in and writing costs nothing but copying stored text.
 #pragma once
 
 #include <utility>

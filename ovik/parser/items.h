@@ -163,8 +163,8 @@ class OVIK_API ItemChoice final : public ItemBase {
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 
-/// A list in parentheses. `items` is null for an empty one; the vector belongs to the list, and only
-/// its elements may be changed.
+/// A list in parentheses. `items` is null for an empty one; the vector belongs to the list, and
+/// only its elements may be changed.
 class OVIK_API ItemList final : public ItemBase {
  public:
     std::vector<ItemBase*>* items = nullptr;

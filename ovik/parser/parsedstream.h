@@ -15,8 +15,8 @@ namespace IfcParser {
 struct ParsedFile;
 }
 
-/// A parsed file. Copies share one record. Not to be read, assigned or destroyed beside another parse
-/// in the process.
+/// A parsed file. Copies share one record. Not to be read, assigned or destroyed beside another
+/// parse in the process.
 class OVIK_API IfcParsedStream {
  public:
     /// An invalid stream.

@@ -27,8 +27,8 @@ class OVIK_API Parser {
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
 
-    /// Runs to the end: 0 if the file was accepted, 1 if the parser gave up. An exception of the
-    /// output passes through.
+    /// Runs to the end: 0 if the file was accepted, 1 if the parser gave up or something
+    /// stands behind the end. An exception of the output passes through.
     virtual int parse();
     /// Writes a line with place and message to the log, if there is one.
     virtual void reportError(const Location& location, const std::string& message);

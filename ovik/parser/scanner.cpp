@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kNoToken = -1;
 
-// Of all scanners: a comment that is open at the end of a file leaves its depth behind.
+// Of all scanners; set anew by each opening mark.
 int commentDepth = 0;
 
 enum CharClass : unsigned char {

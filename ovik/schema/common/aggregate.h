@@ -2,6 +2,7 @@
 // An aggregate without an upper bound grows on the heap; one with a bound is an array in place.
 #pragma once
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <memory>
@@ -19,7 +20,8 @@ namespace Schema {
 
 struct AggregateAccess;
 
-/// A growing array: pointer, size and capacity. Nothing is allocated until the first element.
+/// A growing array: pointer, size and capacity. Nothing is allocated until the first element
+/// or `reserve`.
 template <class E>
 class Growing {
  public:
@@ -206,7 +208,7 @@ struct AggregateAccess {
 };
 
 /// An aggregate whose elements are values. Numbers go in and out by value, all else by reference.
-/// Indices are not checked.
+/// Indices are not checked. The lower bound is told by `AggregateType`; here it names the class.
 template <class E, unsigned Lower, unsigned Upper = 0>
 class ValueAggregate : public StorageOf<E, Upper>::type {
     static constexpr bool kByValue = std::is_arithmetic_v<E>;
@@ -224,7 +226,7 @@ class ValueAggregate : public StorageOf<E, Upper>::type {
         return this->elements()[index];
     }
 
-    /// The elements in a row; null in an unbounded aggregate that never had one.
+    /// The elements in a row; null in an unbounded aggregate that never had room for one.
     const E* asArrayPtr() const { return this->elements(); }
     const E* begin() const { return this->elements(); }
     const E* end() const { return this->elements() + this->size(); }

@@ -49,19 +49,25 @@ bool readElement(Storage& storage, const ValueType& type, IfcInFiler& in) {
     return true;
 }
 
-/// How many of the items may become elements. A select is hundreds of times the size of the item
-/// that it is read from, so for those the ones that can't be one don't count.
+/// Room for the items of a list. A select can be hundreds of times the size of the item that it is
+/// read from, so of those only what may be one counts, and one more for what turns out to be none.
 template <class E>
-unsigned numReadable(const IfcInFiler::Items& items) {
+unsigned roomFor(const IfcInFiler::Items& items, const ValueType& type) {
+    const auto count = static_cast<unsigned>(items.size());
     if constexpr (std::is_base_of_v<Select, E>) {
-        return static_cast<unsigned>(
-            std::count_if(items.begin(), items.end(), [](const IfcParser::ItemBase* item) {
-                return item->kind() == static_cast<unsigned>(IfcParser::ItemKind::Choice) ||
-                       (item->kind() == static_cast<unsigned>(IfcParser::ItemKind::Ref) &&
-                        static_cast<const IfcParser::ItemRef*>(item)->value != 0);
-            }));
+        const bool takesValues = type.select->hasValues || type.select->hasSelects;
+        const auto mayBeOne = [&](const IfcParser::ItemBase* item) {
+            if (item->kind() == static_cast<unsigned>(IfcParser::ItemKind::Ref)) {
+                return type.select->canRefer &&
+                       static_cast<const IfcParser::ItemRef*>(item)->value != 0;
+            }
+            return takesValues &&
+                   item->kind() == static_cast<unsigned>(IfcParser::ItemKind::Choice);
+        };
+        return std::min(
+            count, 1 + static_cast<unsigned>(std::count_if(items.begin(), items.end(), mayBeOne)));
     } else {
-        return static_cast<unsigned>(items.size());
+        return count;
     }
 }
 
@@ -76,7 +82,9 @@ bool readAggregate(void* value, const AggregateType& type, IfcInFiler& in) {
     // A record that is read again must not append to what its first reading left.
     if (in.secondPass()) storage.clear();
     const auto count = static_cast<unsigned>(items->size());
-    if constexpr (requires { storage.reserve(count); }) storage.reserve(numReadable<E>(*items));
+    if constexpr (requires { storage.reserve(count); }) {
+        storage.reserve(roomFor<E>(*items, type.element));
+    }
     IfcInFiler element(in, items);
     for (unsigned i = 0; i < count; ++i) {
         element.setCursor(i);

@@ -28,7 +28,7 @@ OVIK_API bool setEnumText(Enumeration& value, const EnumType& type, const char* 
 /// Sets the tag that a new value has.
 void setDefault(Enumeration& value, const EnumType& type);
 
-/// Reads a literal; false, with a report, if the item is none.
+/// Reads a literal; false, with a report, if the item is none. A word that is no literal is passed.
 OVIK_API bool readEnum(Enumeration& value, const EnumType& type, IfcInFiler& in);
 
 OVIK_API void writeEnum(const Enumeration& value, const EnumType& type, IfcOutFiler& out);

@@ -84,9 +84,9 @@ struct EnumType {
 
 /// A choice of a select. All choices that are entities share the select's one handle.
 struct Choice {
-    const char* name;        ///< as in the schema
+    const char* name;             ///< as in the schema
     std::string_view recordName;  ///< in capitals, as in a file; a literal
-    std::uint32_t hash;      ///< of `name`
+    std::uint32_t hash;           ///< of `name`
     ValueType type;
     std::uint32_t offset;  ///< of the field in the select
 };

@@ -36,7 +36,9 @@ void writeValue(const ValueType& type, const void* field, IfcOutFiler& out) {
         case Kind::Integer:
             out.writeInt(*static_cast<const int*>(field));
             break;
-        case Kind::Unsigned: out.writeUnsigned(*static_cast<const unsigned*>(field)); break;
+        case Kind::Unsigned:
+            out.writeUnsigned(*static_cast<const unsigned*>(field));
+            break;
         case Kind::Boolean:
             out.writeBool(*static_cast<const bool*>(field));
             break;
