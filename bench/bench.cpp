@@ -1,8 +1,8 @@
 // Measures each stage of a file's road in bytes of file text per second, and the memory it takes in
 // bytes per byte of file, beside a plain read of the same file in the same run.
 //   ovik_bench [FILE] [--benchmark_...]   without FILE, a synthetic IFC4 model of 50 MB
-// The stages from `scan` on hold what the one before them does, but `validate`: it is the last part
-// of `load`, from the last record on.
+// The stage `validate` is the part of `load` from the last record to the end: the second pass, the
+// judging of the entities and their hand-over to the model.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <unistd.h>
@@ -63,8 +63,9 @@ class Scale {
     }
     void note(benchmark::State& state, std::uint64_t fileBytes) const {
         const auto perByte = [&](std::size_t now, std::size_t before) {
-            return now < before ? 0.0
-                                : static_cast<double>(now - before) / static_cast<double>(fileBytes);
+            return now < before
+                       ? 0.0
+                       : static_cast<double>(now - before) / static_cast<double>(fileBytes);
         };
         state.counters[kHeld] = perByte(allocatedBytes(), allocated_);
         state.counters[kPeak] = perByte(statusBytes("VmHWM:"), resident_);
@@ -190,8 +191,7 @@ std::shared_ptr<Ovik::IfcParsedStream> readItems(const fs::path& file) {
     return items;
 }
 
-/// Tells the end of a load from its parse: what comes after the last record is the second pass, the
-/// judging of the entities and their hand-over to the model.
+/// Tells the end of a load from its parse, for the stage `validate`.
 class EndMeter final : public Ovik::ProgressMeter {
  public:
     /// Weighs too, if it is told the number of records.

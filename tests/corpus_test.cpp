@@ -90,22 +90,25 @@ TEST_P(ValidCorpusTest, ACopyOfACopyIsEqualToTheCopy) {
         SCOPED_TRACE(file.filename().string());
         const int before = Ovik::IfcParser::liveItems;
         if (!copy(file, copied)) {
-            // One file of the corpus opens twice, which no tolerance covers.
+            std::cout << file.filename().string() << ": gives no model, since it opens twice\n";
             EXPECT_NE(textOf(file).find("ISO-10303-21;\nISO-10303-21;"), std::string::npos);
             continue;
         }
         EXPECT_LE(Ovik::IfcParser::liveItems, std::max(before, 4));
-        std::ostringstream report("the copy gives no model");
+        std::string difference = "the copy gives no model";
         if (copy(copied, again)) {
             Ovik::IfcParsedStream first;
             Ovik::IfcParsedStream second;
-            report.str("");
-            if (first.read(copied, nullptr, nullptr) && second.read(again, nullptr, nullptr) &&
-                first.isEqualTo(second, &report, kTolerance, true))
-                continue;
+            difference = "a copy is not valid";
+            if (first.read(copied, nullptr, nullptr) && second.read(again, nullptr, nullptr)) {
+                std::ostringstream report;
+                if (first.isEqualTo(second, &report, kTolerance, true)) continue;
+                difference = report.str();
+            }
         }
         ++numChanged;
-        std::cout << file.filename().string() << ": " << report.str() << '\n';
+        std::cout << file.filename().string()
+                  << ": changed by a backslash in its strings: " << difference << '\n';
         EXPECT_TRUE(hasLooseBackslash(textOf(copied)));
     }
     EXPECT_LT(numChanged, static_cast<int>(files_.size()) / 10);

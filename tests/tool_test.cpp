@@ -1,6 +1,7 @@
 // The command-line tool and the demo from outside: exit statuses, what goes to which stream, and
 // what becomes of the files.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -8,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 namespace {
 
@@ -119,11 +121,26 @@ TEST_F(ToolTest, NoModelLeavesTheOutputAlone) {
 
 // What comes through a pipe can be read only once, also to find out why it gives no model.
 TEST_F(ToolTest, PipesAsInput) {
-    make("good.ifc", kGood);
-    make("bad.ifc", fileText("IFC4X3", kPoint));
-    const std::string throughPipe =
-        "' || cd '" + folder_.string() + "' && mkfifo pipe && (cat bad.ifc >pipe &) && '";
-    (void)throughPipe;
+    ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+    const auto runWith = [this](const std::string& arguments, const std::string& text) {
+        std::thread writer([&] { std::ofstream(folder_ / "pipe") << text; });
+        const Outcome outcome = run(arguments);
+        writer.join();
+        return outcome;
+    };
+    const Outcome good = runWith("copy pipe out.ifc", kGood);
+    EXPECT_EQ(good.status, 0) << good.err;
+    for (const std::string& bad : {fileText("IFC4X3", kPoint), std::string("nonsense")}) {
+        for (const char* arguments : {"info pipe", "copy pipe out.ifc"}) {
+            const Outcome outcome = runWith(arguments, bad);
+            EXPECT_EQ(outcome.status, 1) << arguments;
+            EXPECT_EQ(outcome.err,
+                      "ovik: pipe: is not a STEP physical file of IFC2X3 or IFC4, or its header is "
+                      "broken\n")
+                << arguments;
+        }
+    }
+    EXPECT_NE(text("out.ifc").find("#3= IFCCARTESIANPOINT"), std::string::npos);
 }
 
 TEST_F(ToolTest, CopyWritesTheModelWithItsHeader) {
@@ -228,6 +245,15 @@ TEST_F(ToolTest, CompareOfInvalidFiles) {
     }
     EXPECT_EQ(run("compare a.ifc twice.ifc --log log.txt").status, 2);
     EXPECT_EQ(text("log.txt"), "Duplicate data with id #7\n");
+
+    // Both have their say, the first one first.
+    make("again.ifc", fileText("IFC4", "#8=IFCPOINT();\n#8=IFCPOINT();\n"));
+    const Outcome both = run("compare twice.ifc again.ifc --log log.txt");
+    EXPECT_EQ(both.status, 2);
+    EXPECT_EQ(both.err,
+              "ovik: twice.ifc: is not a valid STEP physical file\n"
+              "ovik: again.ifc: is not a valid STEP physical file\n");
+    EXPECT_EQ(text("log.txt"), "Duplicate data with id #7\nDuplicate data with id #8\n");
 }
 
 TEST_F(ToolTest, Info) {
@@ -266,6 +292,16 @@ TEST_F(ToolTest, Demo) {
     EXPECT_EQ(given.status, 0) << given.out << given.err;
     EXPECT_NE(given.out.find("2  IFCCARTESIANPOINT\n"), std::string::npos);
     EXPECT_EQ(run("files missing.ifc", OVIK_DEMO).status, 1);
+
+    // The input stays as it is, wherever it stands and whatever name it goes by.
+    EXPECT_EQ(run(". a.ifc", OVIK_DEMO).status, 0);
+    EXPECT_EQ(text("a.ifc"), kGood);
+    fs::remove(folder_ / "a-copy.ifc");
+    fs::create_hard_link(folder_ / "a.ifc", folder_ / "a-copy.ifc");
+    const Outcome same = run(". a.ifc", OVIK_DEMO);
+    EXPECT_EQ(same.status, 1);
+    EXPECT_EQ(same.err, "ovik: ./a-copy.ifc: is the input itself\n");
+    EXPECT_EQ(text("a.ifc"), kGood);
 }
 
 }  // namespace
