@@ -1,120 +1,158 @@
-// The model: its entities, its slots, and its lifetime.
+// The model: its entities, its slots, its lifetime, and how its pool grows; the header's fields.
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "testclasses.h"
+#include "loadtext.h"
+#include "ovik/imp/ifcentitypool.h"
 
 namespace Ovik {
 namespace {
 
 using namespace Test;
 
-// A class with an identifier.
-class Rooted : public Leaf {
- public:
-    static Rooted* create(IfcModel& model) {
-        Rooted* const entity = make<Rooted>(model);
-        makeGuid(model, entity->guid);
-        return entity;
-    }
-    Base64Guid guid;
-};
+class IfcModelTest : public ModelTest {};
 
-TEST(IfcModel, IsCreatedForKnownSchemas) {
+TEST_F(IfcModelTest, IsCreatedForKnownSchemas) {
     for (const EIfcSchemaId schema : {eIFC2X3, eIFC4}) {
         const ModelPtr model = newModel(schema);
         ASSERT_NE(model, nullptr);
         EXPECT_EQ(model->schemaId(), schema);
-        EXPECT_EQ(model->getNumEntities(), 0u);
+        Probe* const probe = Probe::create(*model);
+        probe->setUserData(3);
+        model->buildBackRefs();
+        EXPECT_EQ(probe->userData(), 0);
     }
     for (const int schema : {-1, 2, 1000}) {
         EXPECT_EQ(IfcModel::create(static_cast<EIfcSchemaId>(schema), false, false), nullptr);
     }
 }
 
-TEST(IfcModel, GivesEachNewEntityAPlaceAndASlot) {
-    const ModelPtr model = newModel();
-    std::vector<Leaf*> leaves;
-    // Beyond the second block of the pool and of the slots.
-    for (int i = 0; i < 5000; ++i) leaves.push_back(Leaf::create(*model));
-    ASSERT_EQ(model->getNumEntities(), 5000u);
+TEST_F(IfcModelTest, GivesEachNewEntityAPlaceAndASlot) {
+    std::vector<Probe*> probes;
     std::set<IfcEntity**> slots;
-    for (std::size_t i = 0; i < leaves.size(); ++i) {
-        EXPECT_EQ(model->get(i), leaves[i]);
-        EXPECT_EQ(leaves[i]->id()(), leaves[i]);
-        EXPECT_EQ(leaves[i]->ifcId(), 0);
-        slots.insert(leaves[i]->id().slot());
+    // Beyond the second block of the pool and of the slots.
+    for (std::size_t i = 0; i < 5000; ++i) {
+        if (i == 2500) model_->reserve(100000);
+        EXPECT_EQ(model_->getNumEntities(), i);
+        probes.push_back(make<Probe>());
+        EXPECT_EQ(probes[i]->ifcId(), 0);
+        slots.insert(probes[i]->id().slot());
     }
-    EXPECT_EQ(slots.size(), leaves.size());
+    for (std::size_t i = 0; i < probes.size(); ++i) {
+        EXPECT_EQ(model_->get(i), probes[i]);
+        EXPECT_EQ(probes[i]->id()(), probes[i]);
+    }
+    EXPECT_EQ(slots.size(), probes.size());
     // Slots come one after the other in blocks of 2,047.
     for (const std::size_t first : {0, 2047, 4094}) {
         const std::size_t last = std::min<std::size_t>(first + 2046, 4999);
-        EXPECT_EQ(leaves[last]->id().slot() - leaves[first]->id().slot(),
+        EXPECT_EQ(probes[last]->id().slot() - probes[first]->id().slot(),
                   static_cast<std::ptrdiff_t>(last - first));
     }
-    EXPECT_NE(leaves[2047]->id().slot(), leaves[2046]->id().slot() + 1);
+    EXPECT_NE(probes[2047]->id().slot(), probes[2046]->id().slot() + 1);
 }
 
-TEST(IfcModel, ReserveChangesNoNumber) {
-    const ModelPtr model = newModel();
-    model->reserve(2000);
-    EXPECT_EQ(model->getNumEntities(), 0u);
-    Leaf* const leaf = Leaf::create(*model);
-    model->reserve(100000);
-    model->reserve(0);
-    EXPECT_EQ(model->getNumEntities(), 1u);
-    EXPECT_EQ(model->get(0), leaf);
+TEST_F(IfcModelTest, LastReleaseDestroysAllEntities) {
+    for (int i = 0; i < 1500; ++i) make<Probe>();
+    model_->addRef();
+    model_->release();
+    EXPECT_EQ(Probe::numDestroyed, 0);
+    model_.reset();
+    EXPECT_EQ(Probe::numDestroyed, 1500);
 }
 
-TEST(IfcModel, MakesIdentifiersAsAsked) {
-    const ModelPtr none = newModel(eIFC4, false, true);
-    const ModelPtr fresh = newModel(eIFC4, true, false);
-    const ModelPtr fixed = newModel(eIFC4, true, true);
-    Rooted* const without = Rooted::create(*none);
-    EXPECT_STREQ(without->guid.getBase64(), "");
-    Rooted* const a = Rooted::create(*fresh);
-    Rooted* const b = Rooted::create(*fresh);
-    EXPECT_TRUE(a->guid != b->guid);
-    EXPECT_EQ(std::string_view(a->guid.getBase64()).size(), 22u);
-    EXPECT_STREQ(Rooted::create(*fixed)->guid.getBase64(), "_dummy_GUID_dummy_GIUD");
-}
+struct Field {
+    const XString& (IfcHeader::*get)() const;
+    void (IfcHeader::*set)(const XString&);
+};
 
-TEST(IfcModel, LastReleaseDestroysAllEntities) {
-    IfcModel* const model = IfcModel::create(eIFC4, false, false);
-    for (int i = 0; i < 1500; ++i) Leaf::create(*model);
-    Leaf::numDestroyed = 0;
-    model->addRef();
-    model->release();
-    EXPECT_EQ(Leaf::numDestroyed, 0);
-    EXPECT_EQ(model->getNumEntities(), 1500u);
-    model->release();
-    EXPECT_EQ(Leaf::numDestroyed, 1500);
-}
+const Field kFields[] = {{&IfcHeader::fileDescription, &IfcHeader::setFileDescription},
+                         {&IfcHeader::fileName, &IfcHeader::setFileName},
+                         {&IfcHeader::timeStamp, &IfcHeader::setTimeStamp},
+                         {&IfcHeader::author, &IfcHeader::setAuthor},
+                         {&IfcHeader::organization, &IfcHeader::setOrganization},
+                         {&IfcHeader::preprocessorVersion, &IfcHeader::setPreprocessorVersion},
+                         {&IfcHeader::originatingSystem, &IfcHeader::setOriginatingSystem},
+                         {&IfcHeader::authorization, &IfcHeader::setAuthorization},
+                         {&IfcHeader::fileSchema, &IfcHeader::setFileSchema}};
 
-TEST(IfcModel, BuildBackRefsResetsTheFreeWord) {
-    for (const EIfcSchemaId schema : {eIFC2X3, eIFC4}) {
-        const ModelPtr model = newModel(schema);
-        model->buildBackRefs();
-        Leaf* const a = Leaf::create(*model);
-        Node* const b = Node::create(*model);
-        a->setUserData(3);
-        b->setUserData(-1);
-        model->buildBackRefs();
-        EXPECT_EQ(a->userData(), 0);
-        EXPECT_EQ(b->userData(), 0);
-    }
-}
-
-TEST(IfcHeader, IsUnsetButForTheImplementationLevel) {
-    const IfcHeader header;
+TEST(IfcHeader, EachFieldIsItsOwn) {
+    IfcHeader header;
+    for (const Field& f : kFields) EXPECT_TRUE((header.*f.get)().isEmpty());
     EXPECT_STREQ(header.implementationLevel().getEncoded(), "2;1");
-    for (const XString* field :
-         {&header.fileDescription(), &header.fileName(), &header.timeStamp(), &header.author(),
-          &header.organization(), &header.preprocessorVersion(), &header.originatingSystem(),
-          &header.authorization(), &header.fileSchema()}) {
-        EXPECT_TRUE(field->isEmpty());
+
+    int number = 0;
+    for (const Field& f : kFields) {
+        (header.*f.set)(XString::decode(std::to_string(number++).c_str()));
     }
+    IfcHeader copy(header);
+    IfcHeader moved(std::move(copy));
+    IfcHeader assigned;
+    assigned = header;
+    for (const IfcHeader* h : {&header, &copy, &moved, &assigned}) {
+        number = 0;
+        for (const Field& f : kFields) {
+            EXPECT_EQ((h->*f.get)().getEncoded(), std::to_string(number++));
+        }
+        EXPECT_EQ(std::u16string(h->implementationLevel()), u"2;1");
+    }
+}
+
+using Pool = IfcEntityPool<int>;
+
+void appendUpTo(Pool& pool, std::vector<int>& values, std::size_t size) {
+    while (pool.size() < size) pool.append(&values[pool.size()]);
+}
+
+TEST(IfcEntityPool, AppendDoublesTheBlocks) {
+    std::vector<int> values(4097);
+    Pool pool;
+    EXPECT_EQ(pool.numBlocks(), 0u);
+    const std::pair<std::size_t, unsigned> steps[] = {{1, 1},    {1024, 1}, {1025, 2}, {2048, 2},
+                                                      {2049, 4}, {4096, 4}, {4097, 8}};
+    for (const auto& [size, blocks] : steps) {
+        appendUpTo(pool, values, size);
+        EXPECT_EQ(pool.size(), size);
+        EXPECT_EQ(pool.numBlocks(), blocks) << size;
+    }
+    for (std::size_t i = 0; i < values.size(); ++i) ASSERT_EQ(pool[i], &values[i]) << i;
+}
+
+TEST(IfcEntityPool, Reserve) {
+    const struct {
+        std::size_t size;
+        unsigned count;
+        unsigned blocks;
+        unsigned blocksWhenFull;  // after one entry more than that many blocks hold
+    } cases[] = {{0, 0, 0, 1},      {0, 1, 1, 2},     {0, 1024, 1, 2}, {0, 2000, 2, 4},
+                 {0, 3072, 3, 6},   {10, 5, 1, 2},    {10, 10, 1, 2},  // no fewer than asked for
+                 {10, 1014, 1, 2},  {10, 1015, 2, 4},                  // room for as many more
+                 {2000, 2001, 4, 8}};
+    for (const auto& c : cases) {
+        std::vector<int> values(5000);
+        Pool pool;
+        appendUpTo(pool, values, c.size);
+        pool.reserve(c.count);
+        EXPECT_EQ(pool.size(), c.size);
+        EXPECT_EQ(pool.numBlocks(), c.blocks) << c.count << " on " << c.size;
+        appendUpTo(pool, values, c.blocks * 1024 + 1);
+        EXPECT_EQ(pool.numBlocks(), c.blocksWhenFull) << c.count << " on " << c.size;
+        for (std::size_t i = 0; i < pool.size(); ++i) ASSERT_EQ(pool[i], &values[i]) << i;
+    }
+}
+
+TEST(IfcEntityPool, DeletesInOrder) {
+    static std::vector<int> log;
+    struct Entity {
+        ~Entity() { log.push_back(number); }
+        int number;
+    };
+    IfcEntityPool<Entity> pool;
+    for (int i = 0; i < 1030; ++i) pool.append(new Entity{i});
+    pool.deleteEntities();
+    ASSERT_EQ(log.size(), 1030u);
+    for (int i = 0; i < 1030; ++i) EXPECT_EQ(log[static_cast<std::size_t>(i)], i);
 }
 
 }  // namespace

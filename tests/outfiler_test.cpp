@@ -9,116 +9,55 @@
 #include <random>
 #include <stdexcept>
 
-#include "testclasses.h"
+#include "loadtext.h"
+#include "ovik/ifc4.h"
 
 namespace Ovik {
 namespace {
 
 using namespace Test;
 
-class OutFiler : public testing::Test {
+class OutFiler : public ModelTest {
  protected:
-    void SetUp() override { Probe::reset(); }
-
-    /// The data section of the model's file, without the lines around it.
-    std::string data(const IfcModel& model) {
-        EXPECT_TRUE(model.write(files_.path("out.ifc"), IfcHeader()));
-        const std::string text = files_.text("out.ifc");
-        const std::string begin = "\n\nDATA;\n", end = "ENDSEC;\nEND-ISO-10303-21;\n";
-        const std::size_t from = text.find(begin) + begin.size();
-        EXPECT_EQ(text.substr(text.size() - end.size()), end);
-        return text.substr(from, text.size() - end.size() - from);
-    }
-    std::string data() { return data(*model_); }
-
     /// The arguments of one record that `write` writes.
-    std::string arguments(const std::function<void(IfcOutFiler&)>& write) {
+    static std::string arguments(const std::function<void(IfcOutFiler&)>& write) {
         const ModelPtr model = newModel();
         Probe::create(*model);
         Probe::onWrite = write;
-        const std::string text = data(*model);
+        const std::string text = recordsOf(*model);
         const std::string begin = "#1= IFCTESTPROBE(", end = ");\n";
-        EXPECT_EQ(text.substr(0, begin.size()), begin);
-        EXPECT_EQ(text.substr(text.size() - end.size()), end);
+        EXPECT_TRUE(text.starts_with(begin) && text.ends_with(end));
         return text.substr(begin.size(), text.size() - begin.size() - end.size());
     }
-    std::string real(double value) {
-        return arguments([=](IfcOutFiler& out) { out.writeReal(value); });
-    }
-
-    Leaf* leaf(const char16_t* name) {
-        Leaf* const entity = Leaf::create(*model_);
-        entity->name = XString(name);
-        return entity;
-    }
-    Node* node(const char16_t* name) {
-        Node* const entity = Node::create(*model_);
-        entity->name = XString(name);
-        return entity;
-    }
-
-    Files files_;
-    ModelPtr model_ = newModel();
 };
 
-TEST_F(OutFiler, WritesEachKindOfValue) {
-    Base64Guid guid = Base64Guid::testGuid();
-    EXPECT_EQ(arguments([&](IfcOutFiler& out) {
-                  out.writeNull();
-                  out.writeDerived();
-                  out.writeReference(12);
-                  out.writeReference(0);
-                  out.writeEnum("NOTDEFINED");
-                  out.writeBool(true);
-                  out.writeBool(false);
-                  out.writeLogical(Logical(true));
-                  out.writeLogical(Logical(false));
-                  out.writeLogical(Logical());
-                  out.writeInt(std::numeric_limits<int>::min());
-                  out.writeInt(0);
-                  out.writeInt(1234567);
-                  out.writeEntity(nullptr);
-              }),
-              "$,*,#12,$,.NOTDEFINED.,.T.,.F.,.T.,.F.,.U.,-2147483648,0,1234567,$");
-    EXPECT_EQ(arguments([&](IfcOutFiler& out) {
-                  out.writeString(XString());
-                  out.writeString(XString(u""));
-                  out.writeString(XString(u"it's\u0416"));
-                  out.writeString(XString::decode("\\X2\\00E4\\X0\\"));
-                  out.writeGuid(guid);
-                  out.writeBinary(XBinary());
-                  out.writeBinary(XBinary("2A5"));
-              }),
-              R"('','','it''s\X2\0416\X0\','\X2\00E4\X0\','_dummy_GUID_dummy_GIUD',"0","2A5")");
-}
-
-TEST_F(OutFiler, ListsAndTypedValuesNest) {
+TEST_F(OutFiler, WritesEachKindOfValueAndNests) {
     using Item = IfcOutFiler::Item;
     EXPECT_EQ(arguments([](IfcOutFiler& out) {
+                  out.writeReference(12);
+                  out.writeReference(0);
                   { const Item empty(out); }
                   {
                       const Item outer(out);
                       {
                           const Item inner(out);
-                          out.writeInt(1);
-                          out.writeInt(2);
+                          out.writeInt(std::numeric_limits<int>::min());
+                          out.writeLogical(Logical());
                       }
-                      const Item typed(out, "IFCLENGTHMEASURE");
-                      out.writeReal(2);
+                      const Item typed(out, "IFCLABEL");
+                      out.writeString(XString(u"it's\u0416"));
                   }
-                  out.writeInt(3);
-                  const Item typed(out, "IFCBOOLEAN");
-                  out.writeBool(true);
+                  out.writeDerived();
+                  out.writeBinary(XBinary("2A5"));
+                  out.writeString(XString());
+                  out.writeEntity(nullptr);
               }),
-              "(),((1,2),IFCLENGTHMEASURE(2.)),3,IFCBOOLEAN(.T.)");
+              R"(#12,$,(),((-2147483648,.U.),IFCLABEL('it''s\X2\0416\X0\')),*,"2A5",'',$)");
 }
 
 TEST_F(OutFiler, WritesRealsWithSixteenDigitsUnlessIntegral) {
     const double infinity = std::numeric_limits<double>::infinity();
-    const struct {
-        double value;
-        const char* text;
-    } cases[] = {
+    const std::pair<double, const char*> cases[] = {
         {0., "0."},
         {-0., "0."},
         {1., "1."},
@@ -135,6 +74,7 @@ TEST_F(OutFiler, WritesRealsWithSixteenDigitsUnlessIntegral) {
         {-0.5, "-0.5000000000000000"},
         {1234.5, "1234.500000000000"},
         {123456789012345.6, "123456789012345.6"},
+        {1234567890123456.5, "1234567890123456."},
         {1e-4, "0.0001000000000000000"},
         {9.9999999999999995e-5, "9.999999999999999E-05"},
         {9.99999999999999e-5, "9.999999999999990E-05"},
@@ -151,7 +91,10 @@ TEST_F(OutFiler, WritesRealsWithSixteenDigitsUnlessIntegral) {
         {std::numeric_limits<double>::quiet_NaN(), "NAN"},
         {-std::numeric_limits<double>::quiet_NaN(), "-NAN"},
     };
-    for (const auto& c : cases) EXPECT_EQ(real(c.value), c.text);
+    for (const auto& [value, text] : cases) {
+        Probe::onWrite = [number = value](IfcOutFiler& out) { out.writeReal(number); };
+        EXPECT_EQ(arguments(Probe::onWrite), text);
+    }
 }
 
 TEST_F(OutFiler, WritesAMillionBitPatternsLikeTheCFormat) {
@@ -183,64 +126,33 @@ TEST_F(OutFiler, WritesAMillionBitPatternsLikeTheCFormat) {
 }
 
 TEST_F(OutFiler, NumbersDepthFirstAndWritesInAscendingOrder) {
-    // The first refers to later ones; `d` is reached twice; `a` and `b` refer to each other.
-    Node* const a = node(u"a");
-    Node* const b = node(u"b");
-    Leaf* const c = leaf(u"c");
-    Leaf* const d = leaf(u"d");
-    Node* const e = node(u"e");
-    leaf(u"f");
-    a->requiredId = d->id();
-    a->otherId = b->id();
-    a->items = {c->id(), EntityId(), d->id()};
-    b->requiredId = e->id();
-    b->otherId = a->id();
-    e->requiredId = d->id();
-    const char expected[] =
-        "#1= IFCTESTNODE('a',#2,#3,(#5,$,#2));\n"
-        "#2= IFCTESTLEAF('d');\n"
-        "#3= IFCTESTNODE('b',#4,#1,());\n"
-        "#4= IFCTESTNODE('e',#2,$,());\n"
-        "#5= IFCTESTLEAF('c');\n"
-        "#6= IFCTESTLEAF('f');\n";
-    EXPECT_EQ(data(), expected);
-    EXPECT_EQ(data(), expected);  // nothing of a writing stays in the model
-    EXPECT_EQ(a->ifcId(), 0);
-}
-
-TEST_F(OutFiler, AnEntityThatWritesNoRecordIsANullReference) {
-    class Silent : public Leaf {
-     public:
-        static Silent* create(IfcModel& model) { return make<Silent>(model); }
-        void write(IfcOutFiler&) const override {}
+    // The first refers to later ones; two refer to each other; one writes no record.
+    auto* const beam = make<IFC4::IfcBeam>();
+    auto* const inner = make<IFC4::IfcLocalPlacement>();
+    auto* const outer = make<IFC4::IfcLocalPlacement>();
+    inner->setPlacementRelTo(outer);
+    outer->setPlacementRelTo(inner);
+    beam->setObjectPlacement(outer);
+    Probe* const silent = make<Probe>();
+    silent->isSilent = true;
+    Probe::onWrite = [&](IfcOutFiler& out) {
+        out.writeEntity(silent);
+        out.writeEntity(beam);
     };
-    Node* const a = node(u"a");
-    a->requiredId = Silent::create(*model_)->id();
-    EXPECT_EQ(data(), "#1= IFCTESTNODE('a',$,$,());\n");
-}
-
-TEST_F(OutFiler, AChainOfAMillionReferencesIsWritten) {
-    constexpr int kLength = 1000000;
-    model_->reserve(kLength);
-    Node* previous = node(u"");
-    for (int i = 1; i < kLength; ++i) {
-        Node* const next = node(u"");
-        previous->otherId = next->id();
-        previous = next;
-    }
-    const std::string text = data();
-    EXPECT_EQ(text.substr(0, 27), "#1= IFCTESTNODE('',$,#2,())");
-    const std::string end =
-        "#999999= IFCTESTNODE('',$,#1000000,());\n#1000000= IFCTESTNODE('',$,$,());\n";
-    ASSERT_GT(text.size(), end.size());
-    EXPECT_EQ(text.substr(text.size() - end.size()), end);
+    make<Probe>();
+    const char expected[] =
+        "#1= IFCBEAM('',$,$,$,$,#2,$,$,$);\n#2= IFCLOCALPLACEMENT(#3,$);\n"
+        "#3= IFCLOCALPLACEMENT(#2,$);\n#4= IFCTESTPROBE($,#1);\n";
+    EXPECT_EQ(recordsOf(*model_), expected);
+    EXPECT_EQ(recordsOf(*model_), expected);  // nothing of a writing stays in the model
+    EXPECT_EQ(beam->ifcId(), 0);
 }
 
 TEST_F(OutFiler, AnExceptionLeavesTheFilerSoundForTheNextRecord) {
     // Three entities: the first reaches the second, whose fields fail, and goes on.
-    Probe::create(*model_);
-    Probe* const second = Probe::create(*model_);
-    Probe::create(*model_);
+    make<Probe>();
+    Probe* const second = make<Probe>();
+    make<Probe>();
     int calls = 0;
     Probe::onWrite = [&](IfcOutFiler& out) {
         const int call = ++calls;
@@ -254,10 +166,12 @@ TEST_F(OutFiler, AnExceptionLeavesTheFilerSoundForTheNextRecord) {
             out.writeInt(10);
         }
     };
-    EXPECT_EQ(data(), "#1= IFCTESTPROBE(1,10);\n#2= IFCTESTPROBE(2,());\n#3= IFCTESTPROBE(3);\n");
+    EXPECT_EQ(recordsOf(*model_),
+              "#1= IFCTESTPROBE(1,10);\n#2= IFCTESTPROBE(2,());\n#3= IFCTESTPROBE(3);\n");
 }
 
 TEST_F(OutFiler, WritesTheWholeFile) {
+    const TempFile file;
     IfcHeader header;
     header.setFileDescription(XString(u"a 'b'"));
     header.setFileName(XString(u"n\u00e4me"));
@@ -268,8 +182,8 @@ TEST_F(OutFiler, WritesTheWholeFile) {
     header.setOriginatingSystem(XString(u"os"));
     header.setAuthorization(XString(u"az"));
     header.setFileSchema(XString(u"IFC99"));
-    EXPECT_TRUE(model_->write(files_.path("out.ifc").wstring().c_str(), header));
-    EXPECT_EQ(files_.text("out.ifc"),
+    EXPECT_TRUE(model_->write(file.path.wstring().c_str(), header));
+    EXPECT_EQ(file.text(),
               "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION(('a ''b'''),'2;1');\n"
               "FILE_NAME('n\\S\\dme','2020-01-31T12:00:00',('au'),('or'),'pp','os','az');\n"
               "FILE_SCHEMA(('IFC4'));\nENDSEC;\n\nDATA;\n#1= ();\nENDSEC;\nEND-ISO-10303-21;\n");
@@ -277,24 +191,22 @@ TEST_F(OutFiler, WritesTheWholeFile) {
     // A present text without characters is a time stamp too; an unset one gives the time of now.
     header = IfcHeader();
     header.setTimeStamp(XString(u""));
-    EXPECT_TRUE(newModel(eIFC2X3)->write(files_.path("out.ifc"), header));
-    EXPECT_NE(files_.text("out.ifc").find("FILE_DESCRIPTION((''),'2;1');\n"
-                                          "FILE_NAME('','',(''),(''),'','','');\n"
-                                          "FILE_SCHEMA(('IFC2X3'));\n"),
+    EXPECT_TRUE(newModel(eIFC2X3)->write(file.path, header));
+    EXPECT_NE(file.text().find("FILE_DESCRIPTION((''),'2;1');\n"
+                               "FILE_NAME('','',(''),(''),'','','');\n"
+                               "FILE_SCHEMA(('IFC2X3'));\n"),
               std::string::npos);
-    EXPECT_TRUE(model_->write(files_.path("out.ifc"), IfcHeader()));
-    const std::string text = files_.text("out.ifc");
+    EXPECT_TRUE(model_->write(file.path, IfcHeader()));
+    const std::string text = file.text();
     const std::size_t at = text.find("FILE_NAME('','") + 14;
     EXPECT_EQ(text.substr(at + 19, 5), "',(''");
     for (const auto& [place, mark] :
          {std::pair(4, '-'), {7, '-'}, {10, 'T'}, {13, ':'}, {16, ':'}}) {
         EXPECT_EQ(text[at + static_cast<std::size_t>(place)], mark);
     }
-}
 
-TEST_F(OutFiler, TellsAFileThatCantBeOpened) {
-    EXPECT_FALSE(model_->write(files_.path("no/such/folder/out.ifc"), IfcHeader()));
-    EXPECT_FALSE(model_->write(files_.path(""), IfcHeader()));
+    EXPECT_FALSE(model_->write(std::filesystem::path("no/such/folder/out.ifc"), IfcHeader()));
+    EXPECT_FALSE(model_->write(std::filesystem::path(), IfcHeader()));
 }
 
 }  // namespace

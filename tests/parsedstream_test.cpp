@@ -19,9 +19,8 @@ using Ovik::IfcParsedStream;
 using OvikTest::TempFile;
 using OvikTest::TempLog;
 
-std::string file(const std::string& data, const std::string& schema = "IFC4") {
-    return "ISO-10303-21;HEADER;FILE_DESCRIPTION(('d'),'2;1');FILE_NAME('n');FILE_SCHEMA(('" +
-           schema + "'));ENDSEC;DATA;\n" + data + "\nENDSEC;END-ISO-10303-21;\n";
+std::string file(const std::string& data) {
+    return OvikTest::kHead + data + "\n" + OvikTest::kTail;
 }
 
 bool read(IfcParsedStream& stream, const std::string& text, std::string* logged = nullptr) {
@@ -40,17 +39,15 @@ TEST(ParsedStream, Validity) {
         bool valid;
         std::string log;
     };
-    const std::string one = file("#1=IFCA();");
+    const std::string error = "Parser Error at ", syntax = ": syntax error\n",
+                      discarded = "Line discarded\n";
     const Case cases[] = {
-        {one, true, ""},
-        {file("#1=IFCA();\n#2=IFCA(;"), true,
-         "Parser Error at 3.1-9: syntax error\nLine discarded\n"},
+        {file("#1=IFCA();\n#2=IFCA(;"), true, error + "9.1-9" + syntax + discarded},
         {file("#5=IFCA();#6=IFCA();#5=IFCB();#7=IFCA();"), false, "Duplicate data with id #5\n"},
         {file("#9=IFCA();#5=IFCA();#7=IFCB();#9=IFCA();"), false, "Duplicate data with id #9\n"},
-        {one.substr(0, one.size() - 18), false, "Parser Error at 3.1-7: syntax error\n"},
-        {file(""), false, "Parser Error at 3.1-6: syntax error\nLine discarded\nLine discarded\n"},
-        {file("#1=2;"), true, "Parser Error at 2.1-4: syntax error\nLine discarded\n"},
-        {"IFC", false, "Parser Error at 1.4-3: syntax error\n"},
+        {OvikTest::kHead + "#1=IFCA();ENDSEC;", false, error + "8.1-17" + syntax},
+        {file(""), false, error + "9.1-6" + syntax + discarded + discarded},
+        {file("#1=2;"), true, error + "8.1-4" + syntax + discarded},
     };
     for (const Case& c : cases) {
         IfcParsedStream stream;
@@ -81,45 +78,78 @@ TEST(ParsedStream, UnreadableFiles) {
 TEST(ParsedStream, Comparison) {
     struct Case {
         std::string a, b;
-        std::string report;
-        bool ignoreHeader = false;
+        std::string report;  // each line of it without the words of `is` and the line feed
         double tolerance = 0.001;
     };
-    const std::string is = " is different";
-    const std::string one = file("#7=IFCA(1,'x',3,(1.0));");
-    const Case cases[] = {
-        {one, one, ""},
-        {one, one,
-         "\nDouble" + is + "\nList item 0" + is + "\nList item 3" + is + "\nData list" + is +
-             "\nData item #7" + is,
-         false, 0},
-        {one, file("#7=IFCA(1,'x',3,(1.0005));"), ""},
-        {one, file("#7=IFCA(1,'x',4,(1.0));"),
-         "\nInt value" + is + "\nList item 2" + is + "\nData list" + is + "\nData item #7" + is},
-        {one, file("#8=IFCA(1,'x',3,(1.0));"), "\nData reference" + is + "\nData item #7" + is},
-        {one, file("#7=IFCB(1,'x',3,(1.0));"), "\nData class name" + is + "\nData item #7" + is},
-        {one, file("#7=IFCA(1,'x',3,(1.0));#8=IFCA();"), "\nList size" + is},
-        {file("#1=IFCA();", "IFC4"), file("#1=IFCB();", "IFC2X3"),
-         "\nString value" + is + "\nList item 0" + is + "\nList item 0" + is + "\nFILE_SCHEMA" +
-             is + "\nHEADER" + is},
-        {file("#1=IFCA();", "IFC4"), file("#1=IFCA();", "IFC2X3"), "", true},
-        {file("#1=2;"), file("#1=2;"), ""},
-        {file("#1=2;"), file("#1=IFCA();"), "\nList size" + is},
-        // The order of the lines doesn't count.
-        {file("#1=IFCA();#2=IFCB();#30=IFCC();"), file("#30=IFCC();#1=IFCA();#2=IFCB();"), ""},
+    // Lists of one item in an item #7.
+    const std::string in0 = "List item 0|Data list|Data item #7";
+    const Case lists[] = {
+        {"1", "1", "", 0},
+        {"1", "2", "Int value|" + in0, 9},
+        {"1", "1.", "Type of list item|" + in0, 9},
+        {"'a'", "'a'", "", 0},
+        {"'a'", "'ab'", "String value|" + in0},
+        {"\"0F\"", "\"0f\"", "Binary value|" + in0},
+        {"1.", "1.", "Double|" + in0, 0},
+        {"1.", "1.", "", 1e-300},
+        {"1.", "1.0005", ""},
+        {"1.002", "1.", "Double|" + in0},
+        {"2.", "1.", "Double|" + in0, 1},
+        {"1E400", "1E400", "Double|" + in0, 1},
+        {".T.", ".F.", "Bool value|" + in0},
+        {".T.", ".T.", ""},
+        {".A.", ".A.", ""},
+        {".A.", ".B.", "Enum value|" + in0},
+        {"$", "#3", "Reference value|" + in0},
+        {"*", "*", ""},
+        {"*", "$", "Type of list item|" + in0},
+        {"IFCA(1)", "IFCB(2)", "Type of choice value|" + in0},
+        {"IFCA(1)", "IFCA(2)", "Int value|Choice value|" + in0},
+        {"", "", ""},
+        {"", "1", "List size|Data list|Data item #7"},
+        {"1,1", "2", "List size|Data list|Data item #7"},
+        {"(1,(2))", "(1,(()))", "Type of list item|List item 0|List item 1|" + in0},
     };
-    for (const Case& c : cases) {
-        IfcParsedStream a, b;
-        read(a, c.a);
-        read(b, c.b);
-        std::ostringstream report;
-        EXPECT_EQ(a.isEqualTo(b, &report, c.tolerance, c.ignoreHeader), c.report.empty());
-        EXPECT_EQ(report.str(), c.report);
-        EXPECT_EQ(a.isEqualTo(b, nullptr, c.tolerance, c.ignoreHeader), c.report.empty());
+    const std::string one = "#7=IFCA(1);";
+    std::vector<Case> cases = {
+        {one, "#8=IFCA(1);", "Data reference|Data item #7"},
+        {one, "#7=IFCB(1);", "Data class name|Data item #7"},
+        {one, one + "#8=IFCA();", "List size"},
+        {"#1=2;", "#1=2;", ""},
+        {"#1=2;", one, "List size"},
+        // The order of the lines doesn't count.
+        {"#1=IFCA();#2=IFCB();#30=IFCC();", "#30=IFCC();#1=IFCA();#2=IFCB();", ""},
+    };
+    for (const Case& c : lists) {
+        cases.push_back({"#7=IFCA(" + c.a + ");", "#7=IFCA(" + c.b + ");", c.report, c.tolerance});
     }
+    for (const Case& c : cases) {
+        std::string expected;
+        std::istringstream lines(c.report);
+        for (std::string line; std::getline(lines, line, '|');) {
+            expected += "\n" + line + " is different";
+        }
+        IfcParsedStream a, b;
+        read(a, file(c.a));
+        read(b, file(c.b));
+        std::ostringstream report;
+        EXPECT_EQ(a.isEqualTo(b, &report, c.tolerance, false), c.report.empty());
+        EXPECT_EQ(report.str(), expected);
+        EXPECT_EQ(a.isEqualTo(b, nullptr, c.tolerance, false), c.report.empty());
+    }
+
+    std::string other = file(one);
+    other.replace(other.find("IFC4"), 4, "IFC5");
+    IfcParsedStream valid, invalid, header;
+    read(valid, file(one));
+    read(header, other);
+    EXPECT_TRUE(valid.isEqualTo(header, nullptr, 1, true));
+    std::ostringstream differences;
+    EXPECT_FALSE(valid.isEqualTo(header, &differences, 1, false));
+    EXPECT_EQ(differences.str(),
+              "\nString value is different\nList item 0 is different\nList item 0 is different"
+              "\nFILE_SCHEMA is different\nHEADER is different");
     // An invalid stream equals nothing, not even another; a copy shares what it was made from.
-    IfcParsedStream valid, invalid;
-    read(valid, one);
     std::ostringstream report;
     EXPECT_FALSE(valid.isEqualTo(invalid, &report, 1, true));
     EXPECT_FALSE(invalid.isEqualTo(invalid, &report, 1, true));
@@ -151,31 +181,6 @@ TEST(ParsedStream, OrderOfNumbers) {
         EXPECT_FALSE(read(shuffled, file(lines() + "#" + number + "=IFCA();"), &log));
         EXPECT_EQ(log, "Duplicate data with id #" + number + "\n");
     }
-}
-
-class Meter final : public Ovik::ProgressMeter {
- public:
-    std::string calls;
-    void start(std::uint64_t total) override { calls += "start " + std::to_string(total); }
-    void finish() override { calls += " finish"; }
-    void progress(std::uint64_t position) override { calls += " " + std::to_string(position); }
-};
-
-TEST(ParsedStream, Progress) {
-    std::string text = file("#1=IFCA();" + std::string(10'000, ' ') + "#2=IFCA();");
-    const std::string size = std::to_string(text.size());
-    for (const bool damaged : {false, true}) {
-        Meter meter;
-        IfcParsedStream stream;
-        const TempFile input(damaged ? text.substr(0, text.size() - 10) : text);
-        stream.read(input.path, nullptr, &meter);
-        const std::string total = std::to_string(text.size() - (damaged ? 10 : 0));
-        EXPECT_EQ(meter.calls, "start " + total + " 8192 " + total + " finish");
-    }
-    Meter meter;
-    IfcParsedStream stream;
-    EXPECT_THROW(stream.read(L"/no/such/file", nullptr, &meter), std::string);
-    EXPECT_EQ(meter.calls, "");
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-// What the tests of the parsing room share: logs that can be read back, and items as text.
+// What the tests share: the frame of a file, files and logs that can be read back, and items as
+// text.
 #pragma once
 
 #include <unistd.h>
@@ -9,20 +10,44 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ovik/parser.h"
 
 namespace OvikTest {
 
+/// What stands before and behind the records of a file.
+inline const std::string kHead =
+    "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('n');\n"
+    "FILE_SCHEMA(('IFC4'));\nENDSEC;\nDATA;\n";
+inline const std::string kTail = "ENDSEC;\nEND-ISO-10303-21;\n";
+
+/// How deep the things are that no stack would hold. Frames are much larger, and all is slower,
+/// under a sanitizer.
+#if defined(__SANITIZE_ADDRESS__)
+#define OVIK_TEST_SANITIZED
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define OVIK_TEST_SANITIZED
+#endif
+#endif
+#if defined(OVIK_TEST_SANITIZED)
+constexpr int kDepth = 50'000;
+#else
+constexpr int kDepth = 1'000'000;
+#endif
+
 /// A file name of this process, gone at the end.
 class TempFile {
  public:
-    explicit TempFile(const std::string& text = {}) {
+    TempFile() {
         static int count = 0;
         path = std::filesystem::temp_directory_path() /
                ("ovik-test-" + std::to_string(::getpid()) + "-" + std::to_string(++count));
-        if (!text.empty()) std::ofstream(path, std::ios::binary) << text;
+    }
+    explicit TempFile(std::string_view text) : TempFile() {
+        std::ofstream(path, std::ios::binary) << text;
     }
     ~TempFile() { std::filesystem::remove(path); }
     TempFile(const TempFile&) = delete;

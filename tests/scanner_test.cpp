@@ -260,20 +260,6 @@ TEST(Scanner, Names) {
     for (PooledName* name : names) name->release();
 }
 
-TEST(Scanner, ReadsInSteps) {
-    std::istringstream in(std::string(8190, ' ') + "12345 " + std::string(8192, ' '));
-    Scanner scanner(&in, nullptr, nullptr);
-    TokenValue value;
-    Location location;
-    scanner.setTarget(&value, &location);
-    EXPECT_EQ(scanner.bytesRead(), 0);
-    EXPECT_EQ(scanner.yylex(), Token::INT_CONST);
-    EXPECT_EQ(value.integer, 12345);
-    EXPECT_EQ(scanner.bytesRead(), 16384);
-    EXPECT_EQ(scanner.yylex(), 0);
-    EXPECT_EQ(scanner.bytesRead(), 16388);
-}
-
 TEST(Scanner, SwitchesBuffers) {
     std::istringstream first("1 2"), second("3 4"), third("5");
     Scanner scanner(&first, nullptr, nullptr);

@@ -15,7 +15,7 @@ struct Case {
     EIfcSchemaId schema;
     std::string records;
     std::string log;
-    std::string kept;  // the records that are written, numbered anew
+    std::string kept;  // the records that are written, numbered anew; "=" for the same
     bool lenient = true;
 };
 
@@ -30,19 +30,20 @@ class SchemaLoad : public testing::Test {
     }
     void check(const std::vector<Case>& cases) {
         for (const Case& c : cases) {
-            const Loaded loaded = loadRecords(files_, c.schema, replaced(c.records, "@", kGuid),
-                                              {.lenient = c.lenient});
+            const Loaded loaded =
+                loadRecords(replaced(c.records, "@", kGuid), c.schema, {c.lenient});
             EXPECT_EQ(loaded.log, c.log) << c.what;
-            const std::string written = recordsOf(files_, *loaded.model);
+            const std::string written = recordsOf(*loaded.model);
             EXPECT_EQ(
                 replaced(replaced(replaced(written, ";\n", ";"), "= IFC", "=IFC"), kGuid, "@"),
-                c.kept.empty() ? "#1= ();" : c.kept)
+                c.kept.empty()  ? "#1= ();"
+                : c.kept == "=" ? c.records
+                                : c.kept)
                 << c.what;
         }
     }
 
     static constexpr std::string_view kGuid = "0000000000000000000001";
-    Files files_;
 };
 
 std::string failed(int id, const std::string& cls) {
@@ -65,7 +66,8 @@ TEST_F(SchemaLoad, SelectsOfEntities) {
         {"the target stands later: the record is read again", eIFC4,
          actor + "#5);#5=IFCPERSON($,'f',$,$,$,$,$,$);", "",
          "#1=IFCACTOR('@',$,$,$,$,#2);#2=IFCPERSON($,'f',$,$,$,$,$,$);"},
-        {"the target never comes", eIFC4, actor + "#5);", failedActor, ""},
+        {"the target never comes", eIFC4, actor + "#5);#9=IFCACTOR('@',$,$,$,$,#5);",
+         failedActor + failed(9, "IFCACTOR"), ""},
         {"the target is of no class of the select", eIFC4, actor + "#2);#2=IFCTABLEROW($,$);",
          failedActor, "#1=IFCTABLEROW($,$);"},
         {"no reference at all", eIFC4, actor + "'x');", failedActor, ""},
@@ -107,7 +109,7 @@ TEST_F(SchemaLoad, SelectsWithValues) {
     const std::string failedCurve = failed(4, "IFCTRIMMEDCURVE");
     for (const EIfcSchemaId schema : {eIFC2X3, eIFC4}) {
         check({
-            {"both kinds", schema, trimmed + "(#2," + half, "", trimmed + "(#2," + half},
+            {"both kinds", schema, trimmed + "(#2," + half, "", "="},
             {"a record that is not there, and one of another class", schema,
              trimmed + "(#9," + half + "#6=IFCTRIMMEDCURVE(#3,(#3)" + rest,
              badMember("Trim1", 6) + removed(6), trimmed + "(" + half},
@@ -129,8 +131,8 @@ TEST_F(SchemaLoad, SelectsWithValues) {
         "IFCPROPERTYSINGLEVALUE('p',$,$,$);";
     const std::string wall = "#4=IFCWALL('@',$,$,$,$,$,$,$,$);";
     check({
-        {"an enumeration as choice", eIFC2X3, style, "", style},
-        {"an enumeration as choice", eIFC4, style, "", style},
+        {"an enumeration as choice", eIFC2X3, style, "", "="},
+        {"an enumeration as choice", eIFC4, style, "", "="},
         {"an aggregate as choice, and a nested one of numbers", eIFC4,
          sets + wall +
              "#5=IFCRELDEFINESBYPROPERTIES('@',$,$,$,(#4),IFCPROPERTYSETDEFINITIONSET((#1)));#6="
@@ -196,7 +198,7 @@ TEST_F(SchemaLoad, TypedValues) {
         for (const EIfcSchemaId schema : {eIFC2X3, eIFC4}) {
             cases.push_back({value.text, schema, "#1=IFCPROPERTYSINGLEVALUE" + arguments,
                              value.log + (fails ? failed(1, "IFCPROPERTYSINGLEVALUE") : ""),
-                             fails ? "" : "#1=IFCPROPERTYSINGLEVALUE" + arguments, value.lenient});
+                             fails ? "" : "=", value.lenient});
         }
     }
     cases.push_back({"names in any case, a missing text, and a value without its type", eIFC4,
@@ -223,8 +225,7 @@ TEST_F(SchemaLoad, MissingValues) {
         {"an enumeration without that literal", eIFC2X3,
          curve + "#1=IFCBEZIERCURVE(1,(#2,#2),$,.F.,.F.);",
          invalidType(2) + failed(1, "IFCBEZIERCURVE"), "#1=IFCCARTESIANPOINT((0.));"},
-        {"an optional enumeration stays unset", eIFC4, "#1=IFCBEAM('@',$,$,$,$,$,$,$,$);", "",
-         "#1=IFCBEAM('@',$,$,$,$,$,$,$,$);"},
+        {"an optional enumeration stays unset", eIFC4, "#1=IFCBEAM('@',$,$,$,$,$,$,$,$);", "", "="},
         {"a required text is empty then", eIFC4, "#1=IFCORGANIZATION($,$,$,$,$);", "",
          "#1=IFCORGANIZATION($,'',$,$,$);"},
         {"but not in a strict read", eIFC4, "#1=IFCORGANIZATION($,$,$,$,$);",
@@ -354,9 +355,8 @@ TEST_F(SchemaLoad, DerivedAttributes) {
          "#1=IFCPROFILEDEF(.AREA.,'p');#2=IFCMIRROREDPROFILEDEF(.AREA.,$,#1,*,'l');"},
     });
 
-    const Loaded loaded =
-        loadRecords(files_, eIFC2X3, parent + context(4, "*,7.,#2,*"), {.lenient = true});
-    const auto* ignored = find<IFC2X3::IfcGeometricRepresentationSubContext>(loaded, 4);
+    const Loaded loaded = loadRecords(parent + context(4, "*,7.,#2,*"), eIFC2X3);
+    const auto* ignored = loaded.find<IFC2X3::IfcGeometricRepresentationSubContext>(4);
     ASSERT_TRUE(ignored);
     EXPECT_FALSE(ignored->hasPrecision());
     EXPECT_EQ(ignored->getWorldCoordinateSystem().getIfcAxis2Placement3D(), nullptr);
@@ -369,8 +369,7 @@ TEST_F(SchemaLoad, OrientedEdgesTakeTheEndsOfTheirEdge) {
     for (const EIfcSchemaId schema : {eIFC2X3, eIFC4}) {
         check({
             {"both ways, and one of the other", schema,
-             edge + "#5=IFCORIENTEDEDGE(*,*,#4,.T.);#6=IFCORIENTEDEDGE(*,*,#5,.F.);", "",
-             edge + "#5=IFCORIENTEDEDGE(*,*,#4,.T.);#6=IFCORIENTEDEDGE(*,*,#5,.F.);"},
+             edge + "#5=IFCORIENTEDEDGE(*,*,#4,.T.);#6=IFCORIENTEDEDGE(*,*,#5,.F.);", "", "="},
             {"no edge", schema, edge + "#6=IFCORIENTEDEDGE(*,*,$,.T.);",
              badMember("EdgeElement", 6) + start + removed(6), edge},
             {"an edge that goes", schema, edge + "#5=IFCEDGE(#2,$);#6=IFCORIENTEDEDGE(*,*,#5,.T.);",
@@ -386,14 +385,14 @@ TEST_F(SchemaLoad, OrientedEdgesTakeTheEndsOfTheirEdge) {
         });
     }
     // A reference to a higher number: the edge is judged, and gets its ends, on the way.
-    const Loaded loaded = loadRecords(files_, eIFC2X3,
-                                      edge +
+    const Loaded loaded = loadRecords(edge +
                                           "#5=IFCORIENTEDEDGE(*,*,#6,.F.);#6=IFCORIENTEDEDGE(*,*,#"
-                                          "4,.T.);#7=IFCORIENTEDEDGE(*,*,#5,.F.);");
-    const auto* const vertex2 = find<IFC2X3::IfcVertex>(loaded, 2);
-    const auto* const vertex3 = find<IFC2X3::IfcVertex>(loaded, 3);
+                                          "4,.T.);#7=IFCORIENTEDEDGE(*,*,#5,.F.);",
+                                      eIFC2X3);
+    const auto* const vertex2 = loaded.find<IFC2X3::IfcVertex>(2);
+    const auto* const vertex3 = loaded.find<IFC2X3::IfcVertex>(3);
     for (const auto& [id, isForward] : {std::pair(6, true), {5, false}, {7, true}}) {
-        const auto* const oriented = find<IFC2X3::IfcOrientedEdge>(loaded, id);
+        const auto* const oriented = loaded.find<IFC2X3::IfcOrientedEdge>(id);
         ASSERT_TRUE(oriented) << id;
         EXPECT_EQ(oriented->getEdgeStart(), isForward ? vertex2 : vertex3) << id;
         EXPECT_EQ(oriented->getEdgeEnd(), isForward ? vertex3 : vertex2) << id;

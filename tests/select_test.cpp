@@ -18,15 +18,7 @@ concept Judged = requires(S& select, ValidationContext& context) {
 static_assert(Judged<IFC4::IfcActorSelect> && Judged<IFC4::IfcTrimmingSelect>);
 static_assert(!Judged<IFC4::IfcValue> && !Judged<IFC4::IfcMeasureValue>);
 
-class Select : public testing::Test {
- protected:
-    template <class T>
-    T* make() {
-        return T::create(*model_);
-    }
-    Files files_;
-    ModelPtr model_ = newModel();
-};
+class Select : public ModelTest {};
 
 template <class S>
 AttributeTypeEnum typeIn(const S& select) {
@@ -49,7 +41,7 @@ TEST_F(Select, ANewOneIsItsFirstChoice) {
     EXPECT_EQ(typeIn(outside), AttributeNone);
 }
 
-TEST_F(Select, EntityChoicesShareOneHandle) {
+TEST_F(Select, EntityChoicesShareOneHandleAndValuesStandBeside) {
     IFC4::IfcActorSelect select;
     auto* const person = make<IFC4::IfcPerson>();
     select.setIfcPerson(person);
@@ -64,17 +56,15 @@ TEST_F(Select, EntityChoicesShareOneHandle) {
     EXPECT_EQ(select.getIfcPerson(), nullptr);
     EXPECT_EQ(typeIn(select), AttributeNone);
     EXPECT_EQ(copy.getIfcPerson(), person);
-}
 
-TEST_F(Select, ValuesStandSideBySide) {
-    IFC4::IfcTrimmingSelect select;
+    IFC4::IfcTrimmingSelect trim;
     auto* const point = make<IFC4::IfcCartesianPoint>();
-    select.setIfcCartesianPoint(point);
-    select.setIfcParameterValue(2);
-    EXPECT_TRUE(select.isIfcParameterValue());
-    EXPECT_EQ(select.getIfcCartesianPoint(), point);
-    select.setIfcCartesianPoint(nullptr);
-    EXPECT_EQ(select.getIfcParameterValue(), 2);
+    trim.setIfcCartesianPoint(point);
+    trim.setIfcParameterValue(2);
+    EXPECT_TRUE(trim.isIfcParameterValue());
+    EXPECT_EQ(trim.getIfcCartesianPoint(), point);
+    trim.setIfcCartesianPoint(nullptr);
+    EXPECT_EQ(trim.getIfcParameterValue(), 2);
 }
 
 TEST_F(Select, ChoicesByName) {
@@ -82,7 +72,7 @@ TEST_F(Select, ChoicesByName) {
     IFC4::IfcSimpleValue label;
     label.setIfcLabel(XString(u"x"));
     const struct {
-        IfcVariantValueBase* select;
+        IfcSelectValueBase* select;
         const char* name;
         IfcVariant value;
         Result expected;
@@ -107,14 +97,13 @@ TEST_F(Select, ChoicesByName) {
          IfcVariant(new IfcVectorValue<IFC4::Array_1_2_double>), ResultOk},
     };
     for (const auto& c : cases) {
-        auto* const select = static_cast<IfcSelectValueBase*>(c.select);
-        const IfcVariant holder(select);  // which owns it now
-        const char* const before = select->tag();
-        const AttributeTypeEnum typeBefore = select->getValue().getValueType();
-        EXPECT_EQ(select->setValue(c.name, c.value), c.expected) << c.name;
+        const IfcVariant holder(c.select);  // which owns it now
+        const char* const before = c.select->tag();
+        const AttributeTypeEnum typeBefore = c.select->getValue().getValueType();
+        EXPECT_EQ(c.select->setValue(c.name, c.value), c.expected) << c.name;
         const bool isSet = c.expected == ResultOk;
-        EXPECT_STREQ(select->tag(), isSet ? c.name : before);
-        EXPECT_EQ(select->getValue().getValueType(), isSet ? c.value.getValueType() : typeBefore);
+        EXPECT_STREQ(c.select->tag(), isSet ? c.name : before);
+        EXPECT_EQ(c.select->getValue().getValueType(), isSet ? c.value.getValueType() : typeBefore);
     }
 }
 
@@ -136,9 +125,9 @@ TEST_F(Select, TravelInVariantsAsCopies) {
     const IfcVariant inner = variant.getSelectValue()->getValue();
     EXPECT_STREQ(inner.getSelectValue()->tag(), "IfcLabel");
     EXPECT_STREQ(inner.getSelectValue()->getValue().getXString().getEncoded(), "x");
-    EXPECT_EQ(recordsOf(files_, *model_), "#1= IFCPROPERTYSINGLEVALUE('',$,IFCLABEL('x'),$);\n");
+    EXPECT_EQ(recordsOf(*model_), "#1= IFCPROPERTYSINGLEVALUE('',$,IFCLABEL('x'),$);\n");
     EXPECT_EQ(property->setAttribute("NominalValue", copy), ResultOk);
-    EXPECT_EQ(recordsOf(files_, *model_),
+    EXPECT_EQ(recordsOf(*model_),
               "#1= IFCPROPERTYSINGLEVALUE('',$,IFCAMOUNTOFSUBSTANCEMEASURE(0.),$);\n");
 }
 
@@ -151,14 +140,14 @@ TEST_F(Select, WritesWhatTheChoiceSays) {
     parameter.setIfcParameterValue(2);
     curve->getTrim1().add(parameter);
     const auto written = [&] {
-        const std::string text = recordsOf(files_, *model_);
+        const std::string text = recordsOf(*model_);
         return text.substr(0, text.find('\n'));
     };
     EXPECT_EQ(written(), "#1= IFCACTOR('',$,$,$,$,$);");
     // The tag says person, the handle leads to an organization: no reference.
     actor->getTheActor().setIfcPerson(make<IFC4::IfcPerson>());
     EXPECT_EQ(written(), "#1= IFCACTOR('',$,$,$,$,#2);");
-    EXPECT_NE(recordsOf(files_, *model_).find("IFCTRIMMEDCURVE($,($,IFCPARAMETERVALUE(2.)),(),"),
+    EXPECT_NE(recordsOf(*model_).find("IFCTRIMMEDCURVE($,($,IFCPARAMETERVALUE(2.)),(),"),
               std::string::npos);
     // A tag outside of the select writes nothing at all.
     actor->setTheActor(IFC4::IfcActorSelect(static_cast<IFC4::IfcActorSelect::CTag>(7)));
