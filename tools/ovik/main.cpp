@@ -1,4 +1,4 @@
-// The command-line tool: copies, compares and describes model files.
+// The command-line tool: copies, compares and describes model files, and shows their structure.
 #include <unistd.h>
 
 #include <algorithm>
@@ -140,8 +140,9 @@ int tree(const Arguments& arguments) {
     const tools::Tree tree(*model);
     if (tree.numLeftOut())
         tools::complain(file, std::to_string(tree.numLeftOut()) + tools::Tree::kLeftOutCause);
+    else if (tree.numObjects() == 0)
+        tools::complain(file, "no object is part of another");
     if (!arguments.html) {
-        if (tree.numObjects() == 0) tools::complain(file, "no object is part of another");
         std::cout << tree.asText();
         return 0;
     }

@@ -47,6 +47,11 @@ constexpr std::string_view kPageButtons = R"html(<p><button onclick="fold(true)"
 <button onclick="fold(false)">Fold all</button></p>
 <script>
 function fold(open) { for (const d of document.querySelectorAll("details")) d.open = open }
+onhashchange = () => {
+  const target = document.querySelector(":target")
+  for (let e = target; e; e = e.parentElement) if (e.tagName == "DETAILS") e.open = true
+  target?.scrollIntoView()
+}
 </script>
 )html";
 
