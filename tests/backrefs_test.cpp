@@ -157,6 +157,8 @@ TYPED_TEST(BackRefsTest, AssignmentsToProductsByTheKindOfWhatIsAssigned) {
         return relation;
     };
     assign("unset");
+    // A change through the getter does not make the kind present.
+    assign("absent")->getRelatedObjectsType() = Objects::ePRODUCT;
     for (int tag = Objects::ePRODUCT; tag <= Objects::eNOTDEFINED; ++tag) {
         const Objects value(static_cast<typename Objects::ETag>(tag));
         assign(value.asString())->setRelatedObjectsType(value);
