@@ -19,7 +19,7 @@ endif()
 set(ovik_internal_headers
   base/ascii base/deepstack base/inputfile
   imp/entrytable imp/hexdigit imp/ifcentitypool imp/ifcreader imp/[a-z]*imp
-  schema/common/aggregateengine schema/common/orientededge schema/common/selectaccess
+  schema/common/aggregateengine schema/common/backrefs schema/common/orientededge schema/common/selectaccess
   schema/ifc[a-z0-9]+/namehash schema/generator/[a-z]+)
 list(JOIN ovik_internal_headers "|" ovik_internal_headers)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/ovik ${PROJECT_BINARY_DIR}/generated/ovik

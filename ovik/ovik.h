@@ -1,6 +1,6 @@
 // Everything but schema classes and facade: values, entities, the model with reading and writing,
-// the log, and the comparison of files. A program adds `ovik/ifc2x3.h` or `ovik/ifc4.h`, or the
-// header of each class that it uses.
+// its spatial structure, the log, and the comparison of files. A program adds `ovik/ifc2x3.h` or
+// `ovik/ifc4.h`, or the header of each class that it uses.
 #pragma once
 
 #include "ovik/base/errlog.h"
@@ -22,3 +22,4 @@
 #include "ovik/imp/xbinary.h"
 #include "ovik/imp/xstring.h"
 #include "ovik/parser/parsedstream.h"
+#include "ovik/spatial/ifcspatialstructure.h"

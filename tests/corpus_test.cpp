@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <map>
+#include <set>
 #include <sstream>
 #include <vector>
 
@@ -54,6 +56,87 @@ bool hasLooseBackslash(const std::string& text) {
     }
     return false;
 }
+
+/// The relations of a file that a model writes, taken from its records alone. Numbers stand for the
+/// objects, 0 for none.
+class Relations : public Ovik::IfcParser::Output {
+ public:
+    struct Node {
+        std::vector<int> children;
+        std::vector<int> decompositions;
+        std::vector<int> containments;
+        bool operator==(const Node&) const = default;
+    };
+    std::map<int, Node> nodes;
+    std::set<int> roots;
+    /// Relation and target.
+    std::multiset<std::pair<int, int>> backRefs;
+
+    explicit Relations(const fs::path& file) {
+        std::ifstream stream(file);
+        EXPECT_TRUE(Ovik::IfcParser::parseStream(stream, nullptr, this));
+        for (const auto& [id, node] : nodes) roots.insert(id);
+        for (const auto& [id, node] : nodes)
+            for (const int child : node.children) roots.erase(child);
+    }
+
+    /// Whose back references are counted, and which of their parameters name the targets.
+    static inline const std::map<std::string, std::vector<unsigned>> kTargets = {
+        {"IFCSTYLEDITEM", {0}},
+        {"IFCPRESENTATIONLAYERASSIGNMENT", {2}},
+        {"IFCPRESENTATIONLAYERWITHSTYLE", {2}},
+        {"IFCRELVOIDSELEMENT", {4, 5}},
+        {"IFCRELFILLSELEMENT", {4, 5}},
+        {"IFCRELASSOCIATESMATERIAL", {4}},
+        {"IFCRELASSOCIATESCLASSIFICATION", {4}},
+        {"IFCMATERIALDEFINITIONREPRESENTATION", {3}},
+        {"IFCRELDEFINESBYPROPERTIES", {4}},
+        {"IFCRELCONTAINEDINSPATIALSTRUCTURE", {4}},
+        {"IFCRELAGGREGATES", {5}},
+        {"IFCRELDEFINESBYTYPE", {4}},
+    };
+
+ private:
+    using Item = Ovik::IfcParser::ItemBase;
+
+    bool setHeader(Ovik::IfcParser::ParsedHeader*&) override { return true; }
+    void endOfFile() override {}
+    void addData(int id, Ovik::IfcParser::PooledName* className, Ovik::IfcParser::ItemList* list,
+                 double) override {
+        const std::string& name = className->text;
+        const std::vector<Item*>& items = *list->items;
+        if (const auto found = kTargets.find(name); found != kTargets.end()) {
+            for (const unsigned index : found->second)
+                for (const int target : references(items[index]))
+                    if (target) backRefs.insert({id, target});
+        }
+        if (name == "IFCRELCONTAINEDINSPATIALSTRUCTURE") {
+            addChildren(nodes[references(items[5])[0]], items[4]).containments.push_back(id);
+        } else if (name == "IFCRELAGGREGATES" || name == "IFCRELNESTS") {
+            addChildren(nodes[references(items[4])[0]], items[5]).decompositions.push_back(id);
+        }
+        list->release();
+    }
+
+    Node& addChildren(Node& node, Item* children) {
+        for (const int child : references(children)) {
+            nodes[child];
+            node.children.push_back(child);
+        }
+        return node;
+    }
+
+    static std::vector<int> references(const Item* item) {
+        using namespace Ovik::IfcParser;
+        if (item->kind() == static_cast<unsigned>(ItemKind::Ref))
+            return {static_cast<const ItemRef*>(item)->value};
+        std::vector<int> numbers;
+        const auto* list = static_cast<const ItemList*>(item);
+        for (std::size_t i = 0; list->items && i < list->items->size(); ++i)
+            numbers.push_back(references((*list->items)[i])[0]);
+        return numbers;
+    }
+};
 
 class CorpusTest : public ::testing::TestWithParam<const char*> {
  protected:
@@ -112,6 +195,70 @@ TEST_P(ValidCorpusTest, ACopyOfACopyIsEqualToTheCopy) {
         EXPECT_TRUE(hasLooseBackslash(textOf(copied)));
     }
     EXPECT_LT(numChanged, static_cast<int>(files_.size()) / 10);
+}
+
+// Two roads to the same: through the model, and from the records of the file. The file is what a
+// model has written, since that has no record that a load drops.
+TEST_P(ValidCorpusTest, StructureAndBackReferencesAreThoseOfTheRecords) {
+    const fs::path copied = folder_ / "copy.ifc";
+    std::size_t numNodes = 0, numBackRefs = 0;
+    for (const fs::path& file : files_) {
+        SCOPED_TRACE(file.filename().string());
+        if (!copy(file, copied)) continue;
+        Ovik::IfcModel* const model = Ovik::IfcModel::read(copied);
+        if (!model) {
+            EXPECT_TRUE(hasLooseBackslash(textOf(copied)));
+            continue;
+        }
+        const Relations expected(copied);
+
+        Ovik::IfcSpatialStructure* const structure = Ovik::IfcSpatialStructure::create(*model);
+        const auto numberOf = [](const Ovik::IfcEntity* entity) {
+            return entity ? entity->ifcId() : 0;
+        };
+        std::map<int, Relations::Node> nodes;
+        std::set<int> roots;
+        std::vector<const Ovik::IfcSpNode*> open;
+        for (unsigned i = 0; i < structure->numRoots(); ++i) {
+            open.push_back(structure->root(i));
+            roots.insert(numberOf(open.back()->entity()));
+        }
+        while (!open.empty()) {
+            const Ovik::IfcSpNode& from = *open.back();
+            open.pop_back();
+            const auto [entry, isNew] = nodes.try_emplace(numberOf(from.entity()));
+            if (!isNew) continue;
+            Relations::Node& node = entry->second;
+            for (unsigned i = 0; i < from.numChildren(); ++i) {
+                open.push_back(from.child(i));
+                node.children.push_back(numberOf(from.child(i)->entity()));
+            }
+            for (unsigned i = 0; i < from.numDecompositions(); ++i)
+                node.decompositions.push_back(from.decomposition(i)->ifcId());
+            for (unsigned i = 0; i < from.numContainments(); ++i)
+                node.containments.push_back(from.containment(i)->ifcId());
+        }
+        structure->release();
+        EXPECT_TRUE(nodes == expected.nodes);
+        EXPECT_EQ(roots, expected.roots);
+        numNodes += nodes.size();
+
+        model->buildBackRefs();
+        std::multiset<std::pair<int, int>> backRefs;
+        for (std::uint64_t i = 0; i < model->getNumEntities(); ++i) {
+            const Ovik::IfcEntity& target = *model->get(i);
+            for (unsigned j = 0; j < target.backRefs().size(); ++j) {
+                const Ovik::IfcEntity& relation = *target.backRefs()[j];
+                if (Relations::kTargets.contains(relation.isA()->className()))
+                    backRefs.insert({relation.ifcId(), target.ifcId()});
+            }
+        }
+        EXPECT_TRUE(backRefs == expected.backRefs);
+        numBackRefs += backRefs.size();
+        model->release();
+    }
+    EXPECT_GT(numNodes, files_.size());
+    EXPECT_GT(numBackRefs, numNodes);
 }
 
 TEST_P(OddCorpusTest, EveryFileEndsWithAModelOrARefusal) {

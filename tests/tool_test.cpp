@@ -35,6 +35,13 @@ std::string readFile(const fs::path& file) {
     return text.str();
 }
 
+std::size_t count(const std::string& text, const std::string& piece) {
+    std::size_t number = 0;
+    for (std::size_t at = text.find(piece); at != std::string::npos; ++number)
+        at = text.find(piece, at + piece.size());
+    return number;
+}
+
 class ToolTest : public ::testing::Test {
  protected:
     struct Outcome {
@@ -75,7 +82,7 @@ TEST_F(ToolTest, BadUsage) {
           "compare a.ifc", "compare a.ifc a.ifc --tolerance", "compare a.ifc a.ifc --tolerance x",
           "compare a.ifc a.ifc --tolerance -1", "compare a.ifc a.ifc --tolerance 1e",
           "compare a.ifc a.ifc --tolerance nan", "compare a.ifc a.ifc --strict", "info",
-          "info a.ifc a.ifc", "info a.ifc --log l"}) {
+          "info a.ifc a.ifc", "info a.ifc --log l", "tree a.ifc --html"}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.status, 2) << arguments;
         EXPECT_EQ(outcome.out, "") << arguments;
@@ -109,7 +116,8 @@ TEST_F(ToolTest, NoModelLeavesTheOutputAlone) {
     for (const auto& [file, cause] : kCases) {
         const std::string message = std::string("ovik: ") + file + ": " + cause + "\n";
         for (const std::string& arguments :
-             {std::string("copy ") + file + " out.ifc", std::string("info ") + file}) {
+             {std::string("copy ") + file + " out.ifc", std::string("info ") + file,
+              std::string("tree --html out.ifc ") + file}) {
             const Outcome outcome = run(arguments);
             EXPECT_EQ(outcome.status, 1) << arguments;
             EXPECT_EQ(outcome.err, message) << arguments;
@@ -276,6 +284,81 @@ TEST_F(ToolTest, Info) {
               "Entities              3\n"
               "         2  IFCCARTESIANPOINT\n"
               "         1  IFCDIRECTION\n");
+}
+
+std::string assembly(int number, const std::string& name) {
+    return "#" + std::to_string(number) + "=IFCELEMENTASSEMBLY('',$," + name + ",$,$,$,$,$,$,$);\n";
+}
+std::string aggregate(int number, int whole, const std::string& parts) {
+    return "#" + std::to_string(number) + "=IFCRELAGGREGATES('',$,$,$,#" + std::to_string(whole) +
+           ",(" + parts + "));\n";
+}
+
+TEST_F(ToolTest, Tree) {
+    make("a.ifc", fileText("IFC4", "#1=IFCPROJECT('',$,'P <1> & \"2\"',$,$,$,$,$,$);\n" +
+                                       // Control characters: nothing that a terminal acts on.
+                                       assembly(2, "'A\\X\\9B\\X\\0Ax'") + assembly(3, "$") +
+                                       assembly(4, "'\\S\\d'") + assembly(5, "'B'") +
+                                       aggregate(11, 1, "#2,#3") + aggregate(12, 2, "#3,#4") +
+                                       aggregate(13, 4, "#2") + aggregate(14, 5, "#5")));
+    const std::string kLeftOut =
+        "ovik: a.ifc: 1 relation(s) left out: the relating object is missing or in a cycle that "
+        "no root leads to\n";
+    const Outcome outcome = run("tree a.ifc");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, kLeftOut);
+    EXPECT_EQ(outcome.out,
+              "IFCPROJECT \"P <1> & \"2\"\" #1\n"
+              "├─ IFCELEMENTASSEMBLY \"A  x\" #2\n"
+              "│  ├─ IFCELEMENTASSEMBLY #3\n"
+              "│  └─ IFCELEMENTASSEMBLY \"ä\" #4\n"
+              "│     └─ IFCELEMENTASSEMBLY \"A  x\" #2 (cycle, cut here)\n"
+              "└─ IFCELEMENTASSEMBLY #3 (shown above)\n");
+
+    const Outcome page = run("tree --html a.html a.ifc");
+    EXPECT_EQ(page.status, 0);
+    EXPECT_EQ(page.err, kLeftOut);
+    EXPECT_EQ(page.out, "a.html: a tree of 4 objects written\n");
+    const std::string html = text("a.html");
+    for (const char* piece :
+         {"<title>a.ifc</title>", "P &lt;1&gt; &amp; &quot;2&quot; ", "1 relation(s) left out",
+          "<tr><td>3<td>IFCELEMENTASSEMBLY\n<tr><td>1<td>IFCPROJECT\n",
+          "<a href=\"#n2\"><em>cycle, cut here</em></a>",
+          "<a href=\"#n3\"><em>shown above</em></a>"})
+        EXPECT_NE(html.find(piece), std::string::npos) << piece;
+    EXPECT_EQ(count(html, "<details"), 3u);  // of project, #2 and #4
+    EXPECT_EQ(count(html, "</ul></details>"), 3u);
+    EXPECT_EQ(count(html, "<li"), 6u);
+    for (const char* outside : {"http", "src=", "@import", "url("})
+        EXPECT_EQ(count(html, outside), 0u) << outside;
+
+    EXPECT_EQ(run("tree a.ifc --html nowhere/a.html").status, 2);
+    make("none.ifc", kGood);
+    const Outcome none = run("tree none.ifc");
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(none.out, "");
+    EXPECT_EQ(none.err, "ovik: none.ifc: no object is part of another\n");
+}
+
+// A file decides how deep a tree is: its size must not grow with the square of that.
+TEST_F(ToolTest, DeepTree) {
+    constexpr int kDepth = 100'000;
+    std::string records = assembly(1, "$");
+    for (int i = 1; i < kDepth; ++i) {
+        records +=
+            assembly(2 * i + 1, "$") + aggregate(2 * i, 2 * i - 1, "#" + std::to_string(2 * i + 1));
+    }
+    make("deep.ifc", fileText("IFC4", records));
+    const Outcome outcome = run("tree deep.ifc");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(count(outcome.out, "\n"), static_cast<std::size_t>(kDepth));
+    EXPECT_TRUE(outcome.out.ends_with("└─ [level 99999] IFCELEMENTASSEMBLY #199999\n"));
+    EXPECT_LT(outcome.out.size(), 300u * kDepth);
+    EXPECT_EQ(run("tree deep.ifc --html deep.html").status, 0);
+    const std::string html = text("deep.html");
+    EXPECT_EQ(count(html, "<li"), static_cast<std::size_t>(kDepth));
+    EXPECT_LT(count(html, "<details"), 100u);  // more than some hundreds no browser nests
+    EXPECT_EQ(count(html, "<details"), count(html, "</details>"));
 }
 
 TEST_F(ToolTest, Demo) {

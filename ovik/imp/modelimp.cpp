@@ -49,8 +49,4 @@ void SchemaModel::reserve(std::uint64_t count) {
     imp()->pool.reserve(count);
 }
 
-void SchemaModel::resetUserData() {
-    for (std::uint64_t i = 0; i < getNumEntities(); ++i) get(i)->setUserData(0);
-}
-
 }  // namespace Ovik

@@ -49,9 +49,6 @@ class OVIK_API SchemaModel : public IfcModel {
  protected:
     ~SchemaModel() override;
 
-    /// The start of `buildBackRefs`.
-    void resetUserData();
-
  private:
     int refCount_ = 1;
 };

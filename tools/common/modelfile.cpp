@@ -107,6 +107,15 @@ bool writeModel(const Ovik::IfcModel& model, const Ovik::IfcHeader& header, cons
     return true;
 }
 
+bool writeText(const std::string& text, const fs::path& file) {
+    errno = 0;
+    std::ofstream stream(file, std::ios::binary);
+    stream << text;
+    stream.close();
+    if (!stream) complain(file, errno ? std::strerror(errno) : "can't be written");
+    return !stream.fail();
+}
+
 void printInfo(std::ostream& out, const Ovik::IfcModel& model, const Ovik::IfcHeader& header) {
     const auto line = [&out](const char* label, const Ovik::XString& value) {
         out << std::left << std::setw(22) << label << Ovik::toUtf8(value) << '\n';

@@ -38,6 +38,9 @@ bool readItems(const std::filesystem::path& file, Ovik::IfcParsedStream& items, 
 bool writeModel(const Ovik::IfcModel& model, const Ovik::IfcHeader& header,
                 const std::filesystem::path& file);
 
+/// Writes `text` as it stands to `file`. False after a complaint.
+bool writeText(const std::string& text, const std::filesystem::path& file);
+
 /// The overview of a model: schema, header, number of entities, classes by count. UTF-8.
 void printInfo(std::ostream& out, const Ovik::IfcModel& model, const Ovik::IfcHeader& header);
 

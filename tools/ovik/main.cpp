@@ -1,4 +1,4 @@
-// The command-line tool: copies, compares and describes model files.
+// The command-line tool: copies, compares and describes model files, and shows their structure.
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "common/modelfile.h"
+#include "tree.h"
 
 namespace {
 
@@ -25,15 +26,19 @@ constexpr std::string_view kUsage =
     "           so with the T of 0 that is taken if none is given no two reals are equal\n"
     "       ovik info FILE\n"
     "           schema, header, number of entities, classes by count\n"
+    "       ovik tree FILE [--html OUT]\n"
+    "           what is part of what and stands in what, indented, or as a page to fold in OUT\n"
     "Exit status: copy: 0 written, 1 IN gives no model, 2 bad usage or OUT can't be written\n"
     "             compare: 0 equal, 1 different, 2 bad usage or a file is not valid\n"
-    "             info: 0, 1 FILE gives no model, 2 bad usage\n";
+    "             info: 0, 1 FILE gives no model, 2 bad usage\n"
+    "             tree: 0, 1 FILE gives no model, 2 bad usage or OUT can't be written\n";
 
 constexpr int kBadUsage = 2;
 
 struct Arguments {
     std::vector<std::string> files;
     std::optional<std::string> log;
+    std::optional<std::string> html;
     double tolerance = 0;
     bool ignoreHeader = false;
     bool strict = false;
@@ -127,11 +132,32 @@ int info(const Arguments& arguments) {
     return 0;
 }
 
+int tree(const Arguments& arguments) {
+    const std::string& file = arguments.files[0];
+    Ovik::IfcHeader header;
+    const tools::ModelPtr model = tools::loadModel(file, header);
+    if (!model) return 1;
+    const tools::Tree tree(*model);
+    if (tree.numLeftOut())
+        tools::complain(file, std::to_string(tree.numLeftOut()) + tools::Tree::kLeftOutCause);
+    else if (tree.numObjects() == 0)
+        tools::complain(file, "no object is part of another");
+    if (!arguments.html) {
+        std::cout << tree.asText();
+        return 0;
+    }
+    if (!tools::writeText(tree.asHtml(fs::path(file).filename().string()), *arguments.html))
+        return 2;
+    std::cout << *arguments.html << ": a tree of " << tree.numObjects() << " objects written\n";
+    return 0;
+}
+
 const std::vector<Command>& commands() {
     static const std::vector<Command> kCommands = {
         {"copy", 2, {"--log", "--strict"}, copy},
         {"compare", 2, {"--tolerance", "--ignore-header", "--log"}, compare},
         {"info", 1, {}, info},
+        {"tree", 1, {"--html"}, tree},
     };
     return kCommands;
 }
@@ -163,6 +189,8 @@ std::string parseArguments(const Command& command, const std::vector<std::string
             return option + " needs a value";
         } else if (option == "--log") {
             arguments.log = *word;
+        } else if (option == "--html") {
+            arguments.html = *word;
         } else if (!parseTolerance(*word, arguments.tolerance)) {
             return "the tolerance is a number not below 0, not " + *word;
         }

@@ -1,6 +1,9 @@
 // The model of schema IFC2X3.
 #include "ovik/schema/ifc2x3/model.h"
 
+#include "ovik/ifc2x3.h"
+#include "ovik/schema/common/backrefs.h"
+
 namespace Ovik {
 
 EIfcSchemaId IFC2X3Imp::IfcModelImp::schemaId() const {
@@ -8,8 +11,7 @@ EIfcSchemaId IFC2X3Imp::IfcModelImp::schemaId() const {
 }
 
 void IFC2X3Imp::IfcModelImp::buildBackRefs() {
-    // Back references are not collected yet.
-    resetUserData();
+    Schema::buildBackRefs<IFC2X3>(*this);
 }
 
 IfcModel* createIfc2x3Model(bool makeGuids, bool useTestGuid) {

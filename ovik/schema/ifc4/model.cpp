@@ -1,6 +1,9 @@
 // The model of schema IFC4.
 #include "ovik/schema/ifc4/model.h"
 
+#include "ovik/ifc4.h"
+#include "ovik/schema/common/backrefs.h"
+
 namespace Ovik {
 
 EIfcSchemaId IFC4Imp::IfcModelImp::schemaId() const {
@@ -8,8 +11,7 @@ EIfcSchemaId IFC4Imp::IfcModelImp::schemaId() const {
 }
 
 void IFC4Imp::IfcModelImp::buildBackRefs() {
-    // Back references are not collected yet.
-    resetUserData();
+    Schema::buildBackRefs<IFC4>(*this);
 }
 
 IfcModel* createIfc4Model(bool makeGuids, bool useTestGuid) {
