@@ -150,8 +150,7 @@ Model* Model::read(const wchar_t* path, Header* header) {
 }
 
 Model* Model::read(const std::filesystem::path& path, Header* header) {
-    return Impl::create(
-        IfcModel::read(path, nullptr, nullptr, nullptr, &Access::inner(*header)));
+    return Impl::create(IfcModel::read(path, nullptr, nullptr, nullptr, &Access::inner(*header)));
 }
 
 bool Model::write(const wchar_t* path, const Header& header) {

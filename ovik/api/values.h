@@ -200,8 +200,8 @@ class OVIK_API VectorValue {
     void clear();
     /// Takes an element out; false if there is none at `index`.
     bool remove(unsigned index);
-    /// Appends an element; `ResultWrongType` if `value` doesn't fit. An aggregate that has its upper
-    /// bound's number of elements stays as it is.
+    /// Appends an element; `ResultWrongType` if `value` doesn't fit. An aggregate that has its
+    /// upper bound's number of elements stays as it is.
     Result add(const Variant& value);
 
  private:

@@ -55,8 +55,8 @@ class ApiWriter {
     void writeHeader() const {
         std::ostringstream out;
         out << banner(schema_) << "// The facade's constants for schema " << schema_.name
-            << ".\n#pragma once\n\n#include \"ovik/api/desc.h\"\n\nnamespace Ovik::IfcApi::" << space_
-            << " {\n\n// Entity classes that can be instantiated\n";
+            << ".\n#pragma once\n\n#include \"ovik/api/desc.h\"\n\nnamespace Ovik::IfcApi::"
+            << space_ << " {\n\n// Entity classes that can be instantiated\n";
         for (const Entity* e : concrete_) out << "extern OVIK_API EntityDesc " << e->name << ";\n";
         out << "\n// Selects\n";
         for (const auto& s : schema_.selects)
@@ -126,8 +126,11 @@ class ApiWriter {
         std::stable_sort(deepestFirst.begin(), deepestFirst.end(),
                          [](const Entity* a, const Entity* b) { return depth(a) > depth(b); });
         std::ostringstream out;
-        out << banner(schema_) << "// The attributes of each class, classes before their ancestors.\n"
-            << include() << "\n#include <array>\n\n#include \"attributenames.h\"\n\nusing namespace Ovik::IfcApi::"
+        out << banner(schema_)
+            << "// The attributes of each class, classes before their ancestors.\n"
+            << include()
+            << "\n#include <array>\n\n#include \"attributenames.h\"\n\nusing namespace "
+               "Ovik::IfcApi::"
             << space_ << ";\n\n";
         for (const Entity* e : deepestFirst) {
             const std::vector<std::string> names = attributesOf(*e);

@@ -8,7 +8,8 @@
 namespace Ovik::Generator {
 
 /// Writes below `folder` the facade's constants, declared in `ovik/api/<schema>.h` and defined in
-/// `<schema>_api.cpp`, and for the tool the attribute names of each class, `<schema>_attributes.cpp`.
+/// `<schema>_api.cpp`, and for the tool the attribute names of each class,
+/// `<schema>_attributes.cpp`.
 void writeApi(const Schema& schema, const std::filesystem::path& folder);
 
 }  // namespace Ovik::Generator
