@@ -77,8 +77,7 @@ class Writer {
 
     void writeSchemaHeader() const {
         std::ostringstream out;
-        out << "/// The classes of the " << schema_.name
-            << R"( schema. What holds for all entity classes:
+        out << "/// The classes of the " << schema_.name << R"( schema. What holds for all entity classes:
 ///
 /// - For an attribute `X` there are `getX` and `setX`, and `hasX` where it is optional. `hasX` is true
 ///   from the first `setX` on, and a value can't be unset. A change through the reference that `getX`
@@ -174,8 +173,7 @@ class OVIK_API )"
                "    CTag choice() const { return static_cast<CTag>(tag_); }\n"
                "    bool operator==(CTag tag) const { return tag_ == tag; }\n"
                "    // The tags alone would be compared.\n"
-            << "    bool operator==(const " << s.name
-            << "&) const = delete;\n"
+            << "    bool operator==(const " << s.name << "&) const = delete;\n"
                "    /// The type name of the choice; null for a tag outside the select.\n"
                "    const char* choiceAsString() const;\n";
         NameSet types;
@@ -231,8 +229,7 @@ class OVIK_API )"
             out << "    using " << base << "::add;\n"
                 << "    /// Appends a reference to `entity`, a null one for null.\n"
                 << "    void add(" << target << "* entity);\n"
-                << "    /// The entity of an element; null if it leads nowhere or to another "
-                   "class. The\n"
+                << "    /// The entity of an element; null if it leads nowhere or to another class. The\n"
                    "    /// index is not checked.\n"
                 << "    " << target << "* operator[](unsigned index);\n    const " << target
                 << "* operator[](unsigned index) const;\n\n";
@@ -491,7 +488,8 @@ class OVIK_API )"
             << "* entity) {\n    add(Schema::handleOf(entity));\n}\n"
             << target << "* " << cls << "::operator[](unsigned index) {\n    return at<" << target
             << ">(index);\n}\nconst " << target << "* " << cls
-            << "::operator[](unsigned index) const {\n    return at<" << target << ">(index);\n}\n";
+            << "::operator[](unsigned index) const {\n    return at<" << target
+            << ">(index);\n}\n";
     }
 
     void writeSource(const Entity& e, NameSet& headers, std::ostream& out) const {
