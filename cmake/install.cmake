@@ -17,6 +17,7 @@ endif()
 # What no header of the interface includes stays at home. The package test compiles all headers
 # from the installation, so it fails if something needed is named here.
 set(ovik_internal_headers
+  api/access api/desctables
   base/ascii base/deepstack base/inputfile
   imp/entrytable imp/hexdigit imp/ifcentitypool imp/ifcreader imp/[a-z]*imp
   schema/common/aggregateengine schema/common/backrefs schema/common/orientededge schema/common/selectaccess

@@ -76,13 +76,32 @@ class ToolTest : public ::testing::Test {
 
 TEST_F(ToolTest, BadUsage) {
     make("a.ifc", kGood);
-    for (const char* arguments :
-         {"", "frobnicate a.ifc", "copy", "copy a.ifc", "copy a.ifc b.ifc c.ifc",
-          "copy a.ifc b.ifc --frob", "copy a.ifc b.ifc --tolerance 1", "copy a.ifc b.ifc --log",
-          "compare a.ifc", "compare a.ifc a.ifc --tolerance", "compare a.ifc a.ifc --tolerance x",
-          "compare a.ifc a.ifc --tolerance -1", "compare a.ifc a.ifc --tolerance 1e",
-          "compare a.ifc a.ifc --tolerance nan", "compare a.ifc a.ifc --strict", "info",
-          "info a.ifc a.ifc", "info a.ifc --log l", "tree a.ifc --html"}) {
+    for (const char* arguments : {"",
+                                  "frobnicate a.ifc",
+                                  "copy",
+                                  "copy a.ifc",
+                                  "copy a.ifc b.ifc c.ifc",
+                                  "copy a.ifc b.ifc --frob",
+                                  "copy a.ifc b.ifc --tolerance 1",
+                                  "copy a.ifc b.ifc --log",
+                                  "compare a.ifc",
+                                  "compare a.ifc a.ifc --tolerance",
+                                  "compare a.ifc a.ifc --tolerance x",
+                                  "compare a.ifc a.ifc --tolerance -1",
+                                  "compare a.ifc a.ifc --tolerance 1e",
+                                  "compare a.ifc a.ifc --tolerance nan",
+                                  "compare a.ifc a.ifc --strict",
+                                  "info",
+                                  "info a.ifc a.ifc",
+                                  "info a.ifc --log l",
+                                  "tree a.ifc --html",
+                                  "show",
+                                  "show a.ifc",
+                                  "show a.ifc a.ifc",
+                                  "show a.ifc 0",
+                                  "show a.ifc 7 -1",
+                                  "show a.ifc 7x",
+                                  "show a.ifc 99999999999"}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.status, 2) << arguments;
         EXPECT_EQ(outcome.out, "") << arguments;
@@ -359,6 +378,65 @@ TEST_F(ToolTest, DeepTree) {
     EXPECT_EQ(count(html, "<li"), static_cast<std::size_t>(kDepth));
     EXPECT_LT(count(html, "<details"), 100u);  // more than some hundreds no browser nests
     EXPECT_EQ(count(html, "<details"), count(html, "</details>"));
+}
+
+TEST_F(ToolTest, ShowsAttributesByName) {
+    make("a.ifc",
+         fileText("IFC4",
+                  "#1=IFCSIUNIT(*,.LENGTHUNIT.,.MILLI.,.METRE.);\n"
+                  "#2=IFCPROPERTYSINGLEVALUE('A''\\X\\0A\\S\\d',$,IFCBOOLEAN(.T.),#1);\n"
+                  "#3=IFCCARTESIANPOINTLIST3D(((1.,2.5,-3.),(0.1,0.,1.E30)));\n"
+                  "#5=IFCPROPERTYSET('2O2Fr$t4X7Zf8NOew3FLOH',$,$,$,(#2));\n"
+                  "#6=IFCBSPLINECURVEWITHKNOTS(1,(#7,#7),.UNSPECIFIED.,.F.,.U.,(1,1),(0.,1.),"
+                  ".UNSPECIFIED.);\n" +
+                      kPoint + "#8=IFCTABLEROW((IFCLABEL('x'),IFCREAL(2.)),.T.);\n"));
+    const Outcome outcome = run("show a.ifc 1 '#2' 3 5 6 8");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.out,
+              "#1 IFCSIUNIT\n"
+              "  Dimensions  none\n"
+              "  UnitType    .LENGTHUNIT.\n"
+              "  Prefix      .MILLI.\n"
+              "  Name        .METRE.\n"
+              "#2 IFCPROPERTYSINGLEVALUE\n"
+              "  Name          'A'\\x0A\u00e4'\n"
+              "  Description   unset\n"
+              "  NominalValue  IfcBoolean(true)\n"
+              "  Unit          #1\n"
+              "#3 IFCCARTESIANPOINTLIST3D\n"
+              "  CoordList  ((1, 2.5, -3), (0.1, 0, 1e+30))\n"
+              "#5 IFCPROPERTYSET\n"
+              "  GlobalId       '2O2Fr$t4X7Zf8NOew3FLOH'\n"
+              "  OwnerHistory   unset\n"
+              "  Name           unset\n"
+              "  Description    unset\n"
+              "  HasProperties  (#2)\n"
+              "#6 IFCBSPLINECURVEWITHKNOTS\n"
+              "  Degree              1\n"
+              "  ControlPointsList   (#7, #7)\n"
+              "  CurveForm           .UNSPECIFIED.\n"
+              "  ClosedCurve         false\n"
+              "  SelfIntersect       unknown\n"
+              "  KnotMultiplicities  (1, 1)\n"
+              "  Knots               (0, 1)\n"
+              "  KnotSpec            .UNSPECIFIED.\n"
+              "#8 IFCTABLEROW\n"
+              "  RowCells   (IfcLabel('x'), IfcReal(2))\n"
+              "  IsHeading  true\n");
+
+    // What is not there is told, and the rest is shown.
+    const Outcome partly = run("show a.ifc 4 7");
+    EXPECT_EQ(partly.status, 1);
+    EXPECT_EQ(partly.err, "ovik: a.ifc: has no instance #4\n");
+    EXPECT_EQ(partly.out, "#7 IFCCARTESIANPOINT\n  Coordinates  (1, 2.5)\n");
+    make("other.ifc", fileText("IFC4X3", kPoint));
+    for (const char* file : {"missing.ifc", "other.ifc"}) {
+        const Outcome none = run(std::string("show ") + file + " 7");
+        EXPECT_EQ(none.status, 1) << file;
+        EXPECT_EQ(none.out, "") << file;
+        EXPECT_EQ(none.err.find(std::string("ovik: ") + file + ": "), 0u) << file;
+    }
 }
 
 TEST_F(ToolTest, Demo) {

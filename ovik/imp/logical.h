@@ -3,10 +3,12 @@
 
 #include <cstdint>
 
+#include "ovik/base/export.h"
+
 namespace Ovik {
 
 /// True, false or unknown.
-class Logical {
+class OVIK_API Logical {
  public:
     /// Unknown.
     constexpr Logical() = default;

@@ -1,5 +1,5 @@
-# Installs the build into a folder of its own, builds the README's program against that in both
-# ways, and runs it.
+# Installs the build into a folder of its own, builds the README's programs against that, the first
+# in both ways, and runs them.
 cmake_policy(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK_DIR})
 set(source_dir ${CMAKE_CURRENT_LIST_DIR})
@@ -8,12 +8,14 @@ function(run)
   execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-file(READ ${source_dir}/main.cpp program)
 file(READ ${source_dir}/../../README.md readme)
-string(FIND "${readme}" "${program}" place)
-if(place EQUAL -1)
-  message(FATAL_ERROR "README.md shows another program than tests/package/main.cpp")
-endif()
+foreach(name main facade)
+  file(READ ${source_dir}/${name}.cpp program)
+  string(FIND "${readme}" "${program}" place)
+  if(place EQUAL -1)
+    message(FATAL_ERROR "README.md shows another program than tests/package/${name}.cpp")
+  endif()
+endforeach()
 
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/first)
 # An installation has to work from wherever it is moved to.
@@ -30,6 +32,22 @@ foreach(program through_cmake through_pkg_config)
     message(FATAL_ERROR "${program} printed: ${output}")
   endif()
 endforeach()
+
+# A program against the facade sees nothing of what is behind it.
+execute_process(COMMAND ${COMPILER} -std=c++20 -M -I ${WORK_DIR}/prefix/include
+  ${source_dir}/facade.cpp OUTPUT_VARIABLE included COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "include/ovik/[^ \n]+" included "${included}")
+list(FILTER included EXCLUDE REGEX "ovik/api[./]|ovik/base/export.h|ovik/imp/schemaid.h")
+if(included)
+  message(FATAL_ERROR "The facade includes ${included}")
+endif()
+execute_process(COMMAND ${WORK_DIR}/build/facade WORKING_DIRECTORY ${WORK_DIR}
+  COMMAND_ERROR_IS_FATAL ANY)
+file(READ ${WORK_DIR}/changed.ifc changed)
+if(NOT changed MATCHES "'Garden wall','2[^']+ m high'")
+  message(FATAL_ERROR "facade wrote: ${changed}")
+endif()
+
 if(EXISTS ${WORK_DIR}/prefix/bin/ovik)
   run(${WORK_DIR}/prefix/bin/ovik info ${WORK_DIR}/wall.ifc)
 endif()

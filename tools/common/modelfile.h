@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <iosfwd>
 #include <memory>
-#include <string>
 
+#include "common/faults.h"
 #include "ovik/ovik.h"
 
 namespace tools {
@@ -16,9 +16,6 @@ struct ReleaseModel {
 };
 /// Owns one reference to a model.
 using ModelPtr = std::unique_ptr<Ovik::IfcModel, ReleaseModel>;
-
-/// Writes "PROGRAM: FILE: CAUSE" to standard error, as one line.
-void complain(const std::filesystem::path& file, const std::string& cause);
 
 /// What `loadModel` is told beside the path. All may be left out.
 struct LoadSettings {

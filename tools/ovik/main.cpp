@@ -1,4 +1,4 @@
-// The command-line tool: copies, compares and describes model files, and shows their structure.
+// The command-line tool: copies, compares, describes and shows model files, and their structure.
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,10 +12,13 @@
 #include <vector>
 
 #include "common/modelfile.h"
+#include "ovik/api.h"
+#include "show.h"
 #include "tree.h"
 
 namespace {
 
+namespace api = Ovik::IfcApi;
 namespace fs = std::filesystem;
 
 constexpr std::string_view kUsage =
@@ -28,15 +31,19 @@ constexpr std::string_view kUsage =
     "           schema, header, number of entities, classes by count\n"
     "       ovik tree FILE [--html OUT]\n"
     "           what is part of what and stands in what, indented, or as a page to fold in OUT\n"
+    "       ovik show FILE NUMBER...\n"
+    "           the attributes of the instances with these numbers, by name\n"
     "Exit status: copy: 0 written, 1 IN gives no model, 2 bad usage or OUT can't be written\n"
     "             compare: 0 equal, 1 different, 2 bad usage or a file is not valid\n"
     "             info: 0, 1 FILE gives no model, 2 bad usage\n"
-    "             tree: 0, 1 FILE gives no model, 2 bad usage or OUT can't be written\n";
+    "             tree: 0, 1 FILE gives no model, 2 bad usage or OUT can't be written\n"
+    "             show: 0, 1 FILE gives no model or has no such number, 2 bad usage\n";
 
 constexpr int kBadUsage = 2;
 
 struct Arguments {
     std::vector<std::string> files;
+    std::vector<int> numbers;
     std::optional<std::string> log;
     std::optional<std::string> html;
     double tolerance = 0;
@@ -47,6 +54,7 @@ struct Arguments {
 struct Command {
     std::string_view name;
     std::size_t numFiles;
+    bool takesNumbers;  ///< instance numbers behind the files, at least one
     std::vector<std::string_view> options;
     int (*run)(const Arguments&);
 };
@@ -152,12 +160,57 @@ int tree(const Arguments& arguments) {
     return 0;
 }
 
+/// The entity with instance number `number`, by bisection; a null one if there is none.
+api::Entity findEntity(const api::Model& model, int number) {
+    std::size_t first = 0;
+    for (std::size_t count = model.getNumEntities(); count > 0;) {
+        const std::size_t half = count / 2;
+        if (model.get(first + half).ifcId() < number) {
+            first += half + 1;
+            count -= half + 1;
+        } else {
+            count = half;
+        }
+    }
+    if (first == model.getNumEntities() || model.get(first).ifcId() != number) return {};
+    return model.get(first);
+}
+
+int show(const Arguments& arguments) {
+    const std::string& file = arguments.files[0];
+    if (const std::string cause = tools::whyUnreadable(file); !cause.empty()) {
+        tools::complain(file, cause);
+        return 1;
+    }
+    api::initOvikApi();
+    api::Header header;
+    api::Model* const model = api::Model::read(fs::path(file), &header);
+    int status = 0;
+    if (model->isNull()) {
+        tools::complain(file, tools::whyNoModel(file));
+        status = 1;
+    } else {
+        for (const int number : arguments.numbers) {
+            const api::Entity entity = findEntity(*model, number);
+            if (entity.isNull()) {
+                tools::complain(file, "has no instance #" + std::to_string(number));
+                status = 1;
+            } else {
+                tools::showEntity(std::cout, model->schemaId(), entity);
+            }
+        }
+    }
+    model->release();
+    return status;
+}
+
 const std::vector<Command>& commands() {
     static const std::vector<Command> kCommands = {
-        {"copy", 2, {"--log", "--strict"}, copy},
-        {"compare", 2, {"--tolerance", "--ignore-header", "--log"}, compare},
-        {"info", 1, {}, info},
-        {"tree", 1, {"--html"}, tree},
+        {"copy", 2, false, {"--log", "--strict"}, copy},
+        {"compare", 2, false, {"--tolerance", "--ignore-header", "--log"}, compare},
+        {"info", 1, false, {}, info},
+        {"tree", 1, false, {"--html"}, tree},
+        {"show", 1, true, {}, show},
     };
     return kCommands;
 }
@@ -168,13 +221,24 @@ bool parseTolerance(std::string_view text, double& value) {
     return error == std::errc() && stop == end && value >= 0;
 }
 
-/// Sorts the words behind the subcommand into files and options, in any order. Gives what is wrong
-/// with them, or an empty text.
+/// An instance number, with or without its `#`.
+bool parseNumber(std::string_view text, int& value) {
+    if (text.starts_with('#')) text.remove_prefix(1);
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && stop == end && value > 0;
+}
+
+/// Sorts the words behind the subcommand into files, numbers and options, in any order. Gives what
+/// is wrong with them, or an empty text.
 std::string parseArguments(const Command& command, const std::vector<std::string>& words,
                            Arguments& arguments) {
     for (auto word = words.begin(); word != words.end(); ++word) {
         if (word->size() < 2 || word->front() != '-') {
-            arguments.files.push_back(*word);
+            if (!command.takesNumbers || arguments.files.size() < command.numFiles)
+                arguments.files.push_back(*word);
+            else if (!parseNumber(*word, arguments.numbers.emplace_back()))
+                return "not an instance number: " + *word;
             continue;
         }
         const std::string& option = *word;
@@ -198,6 +262,7 @@ std::string parseArguments(const Command& command, const std::vector<std::string
     if (arguments.files.size() != command.numFiles)
         return std::string(command.name) + " takes " + std::to_string(command.numFiles) +
                (command.numFiles == 1 ? " file" : " files");
+    if (command.takesNumbers && arguments.numbers.empty()) return "an instance number is missing";
     return {};
 }
 

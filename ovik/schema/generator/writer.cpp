@@ -3,36 +3,15 @@
 #include "writer.h"
 
 #include <algorithm>
-#include <fstream>
 #include <set>
 #include <sstream>
-#include <stdexcept>
 #include <string_view>
 
 #include "names.h"
-#include "ovik/schema/ifc2x3/namehash.h"
-#include "ovik/schema/ifc4/namehash.h"
+#include "output.h"
 
 namespace Ovik::Generator {
 namespace {
-
-std::string lowerCase(const std::string& name) {
-    std::string result = name;
-    for (char& c : result) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return result;
-}
-
-void writeIfChanged(const std::filesystem::path& path, const std::string& text) {
-    {
-        std::ifstream old(path, std::ios::binary);
-        std::ostringstream content;
-        content << old.rdbuf();
-        if (old && content.str() == text) return;
-    }
-    std::ofstream out(path, std::ios::binary);
-    out << text;
-    if (!out) throw std::runtime_error("can't write " + path.string());
-}
 
 using NameSet = std::set<std::string>;
 
@@ -53,7 +32,7 @@ class Writer {
           folder_(std::move(folder)),
           shards_(shards),
           lower_(lowerCase(schema.name)),
-          banner_("// Made by ovik-schema-generator from " + lower_ + ".schema: do not edit.\n") {}
+          banner_(banner(schema)) {}
 
     void run() {
         std::filesystem::create_directories(folder_ / "ovik" / lower_);
@@ -370,10 +349,7 @@ class OVIK_API )"
 
     // -- sources --------------------------------------------------------------------------------
 
-    unsigned hash(const std::string& name) const {
-        return schema_.name == "IFC4" ? IFC4Imp::schemaNameHash(name)
-                                      : IFC2X3Imp::schemaNameHash(name);
-    }
+    unsigned hash(const std::string& name) const { return nameHash(schema_, name); }
 
     std::string hashName() const { return schema_.name + "Imp::schemaNameHash"; }
 

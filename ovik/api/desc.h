@@ -1,0 +1,73 @@
+// Descriptors: how a program names a class, a select or an aggregate of a schema without seeing it.
+// The constants themselves are in ovik/api/ifc2x3.h and ovik/api/ifc4.h.
+#pragma once
+
+#include <memory>
+
+#include "ovik/api/handle.h"
+
+namespace Ovik::IfcApi {
+
+/// Names an entity class that can be instantiated.
+class OVIK_API EntityDesc {
+ public:
+    /// A descriptor of no class.
+    EntityDesc();
+
+    /// The class name as it stands in a file, in capitals; null before `initOvikApi`.
+    operator const char*() const;
+    /// True if both name the same class, so not for classes of one name in the two schemas.
+    bool operator==(const EntityDesc& other) const;
+
+ private:
+    friend struct Access;
+    struct Impl;
+    // An assignment shares the block.
+    std::shared_ptr<Impl> impl_;
+};
+
+/// Names a select; a `SelectValue` is made from it.
+class OVIK_API SelectorDesc {
+ public:
+    /// A descriptor of no select.
+    SelectorDesc();
+
+    /// The name as in the schema, in mixed case; null before `initOvikApi`.
+    operator const char*() const;
+
+ private:
+    friend struct Access;
+    struct Impl;
+    std::shared_ptr<Impl> impl_;
+};
+
+/// Names an aggregate; a `VectorValue` is made from it.
+class OVIK_API VectorDesc {
+ public:
+    /// A descriptor of no aggregate.
+    VectorDesc();
+
+ private:
+    friend struct Access;
+    struct Impl;
+    std::shared_ptr<Impl> impl_;
+};
+
+/// Fills all descriptors of both schemas. A program calls it once, in one thread, before it uses
+/// any of them; the filled descriptors are only read. Another call stores the same values again.
+OVIK_API void initOvikApi();
+
+namespace Ifc2x3 {
+/// The descriptor of a run-time class, looked up by the hash of its name. Run-time classes bear
+/// their names in capitals, descriptors are filed by the hash of the mixed-case name, and the hash
+/// tells the two apart: the answer is null for every class of the schema. `Entity::isKindOf` is the
+/// way to test for a class.
+OVIK_API const EntityDesc* findEntityDesc(const RtClass* cls);
+}  // namespace Ifc2x3
+
+namespace Ifc4 {
+/// As for IFC2X3.
+OVIK_API const EntityDesc* findEntityDesc(const RtClass* cls);
+}  // namespace Ifc4
+
+}  // namespace Ovik::IfcApi

@@ -1,0 +1,432 @@
+// The facade: what its handles hold and copy, how they translate, and that it gives and takes the
+// same values as the library behind it.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <map>
+
+#include "ovik/api.h"
+#include "ovik/api/access.h"
+#include "ovik/api/ifc2x3.h"
+#include "ovik/api/ifc4.h"
+#include "ovik/imp/ifcheader.h"
+#include "ovik/schema/generator/schema.h"
+#include "tests/loadtext.h"
+
+namespace Ovik::IfcApi {
+namespace {
+
+namespace fs = std::filesystem;
+using Test::TempFile;
+
+struct ReleaseFacade {
+    void operator()(Model* model) const { model->release(); }
+};
+using ModelHandle = std::unique_ptr<Model, ReleaseFacade>;
+
+std::u16string text(const String& value) {
+    return value.c_str();
+}
+
+// A compiler may assume that `this` is not null where it sees that the call is on null.
+__attribute__((noinline, no_sanitize("undefined"))) void release(Model* model) {
+    model->release();
+}
+
+class Api : public testing::Test {
+ protected:
+    void SetUp() override { initOvikApi(); }
+    ModelHandle model_{Model::create(eIFC4)};
+};
+
+TEST_F(Api, VariantsTellWhatTheyHold) {
+    EnumValue literal;
+    literal.setValue(Ifc4::eSOLIDWALL);
+    const Entity wall = Entity::create(*model_, Ifc4::IfcWall);
+    const std::pair<Variant, int> kCases[] = {
+        {true, 0},
+        {1, 1},
+        {1u, 2},
+        {1.5, 3},
+        {String(u"x"), 4},
+        {wall, 5},
+        {Logical(), 6},
+        {Binary("04"), 7},
+        {Guid::createFromBase64("2O2Fr$t4X7Zf8NOew3FLOH"), 8},
+        {literal, 9},
+        {SelectValue(Ifc4::IfcSimpleValue), 10},
+        {VectorValue(Ifc4::List_1_IfcLabel), 11},
+        {Variant(), 12},
+    };
+    for (const auto& [value, type] : kCases) {
+        EXPECT_EQ(value.type(), type);
+        Variant copy = 7.5;
+        copy = value;  // what it held goes first
+        EXPECT_EQ(copy.type(), type);
+        const Variant moved = std::move(copy);
+        EXPECT_EQ(moved.type(), type);
+        copy = moved;  // a value that was moved from can be assigned to
+        EXPECT_EQ(copy.type(), type);
+    }
+    EXPECT_TRUE(kCases[0].first.getBool());
+    EXPECT_EQ(Variant(-3).getInt(), -3);
+    EXPECT_EQ(Variant(4000000000u).getUInt(), 4000000000u);
+    EXPECT_EQ(kCases[3].first.getReal(), 1.5);
+    EXPECT_EQ(text(kCases[4].first.getString()), u"x");
+    EXPECT_TRUE(kCases[5].first.getEntity().isKindOf(Ifc4::IfcWall));
+    EXPECT_TRUE(kCases[6].first.getLogical().isUnknown());
+    EXPECT_STREQ(kCases[7].first.getBinary().getEncodedString(), "04");
+    EXPECT_STREQ(kCases[8].first.getGuid().getBase64(), "2O2Fr$t4X7Zf8NOew3FLOH");
+    EXPECT_STREQ(kCases[9].first.getEnum().getValue(), "SOLIDWALL");
+    EXPECT_STREQ(kCases[10].first.getSelect().tag(), "IfcBinary");
+    EXPECT_EQ(kCases[11].first.getVector().size(), 0u);
+}
+
+// A handle holds its own copy, and one that is moved in is taken over.
+TEST_F(Api, CopiesAreDeep) {
+    VectorValue labels(Ifc4::List_1_IfcLabel);
+    const Variant before = labels;
+    EXPECT_EQ(labels.add(String(u"a")), ResultOk);
+    VectorValue copy = labels;
+    EXPECT_EQ(copy.add(String(u"b")), ResultOk);
+    EXPECT_EQ(copy.add(1), ResultWrongType);
+    EXPECT_EQ(before.getVector().size(), 0u);
+    EXPECT_EQ(labels.size(), 1u);
+    ASSERT_EQ(copy.size(), 2u);
+    EXPECT_EQ(text(copy[1].getString()), u"b");
+    EXPECT_TRUE(copy.remove(0));
+    EXPECT_FALSE(copy.remove(1));
+    EXPECT_EQ(text(copy[0].getString()), u"b");
+    const Variant moved = std::move(copy);
+    EXPECT_EQ(moved.getVector().size(), 1u);
+    moved.getVector().clear();  // of a copy
+    EXPECT_EQ(moved.getVector().size(), 1u);
+    labels.clear();
+    EXPECT_EQ(labels.size(), 0u);
+
+    SelectValue inner(Ifc4::IfcSimpleValue);
+    EXPECT_EQ(inner.setValue(Ifc4::IfcLabel, String(u"x")), ResultOk);
+    EXPECT_EQ(inner.setValue(Ifc4::IfcLabel, 1), ResultWrongType);
+    EXPECT_EQ(inner.setValue("IfcWall", 1), ResultNotFound);
+    EXPECT_STREQ(inner.tag(), "IfcLabel");
+    SelectValue outer(Ifc4::IfcValue);
+    EXPECT_EQ(outer.setValue(Ifc4::IfcSimpleValue, inner), ResultOk);
+    EXPECT_EQ(inner.setValue(Ifc4::IfcReal, 2.5), ResultOk);
+    EXPECT_EQ(text(outer.getValue().getSelect().getValue().getString()), u"x");
+    EXPECT_EQ(inner.getValue().getReal(), 2.5);
+    const Variant taken = std::move(inner);
+    EXPECT_STREQ(taken.getSelect().tag(), "IfcReal");
+
+    Logical known = true;
+    const Logical unknown;
+    EXPECT_TRUE(known && known.isKnown() && !unknown && unknown.isUnknown());
+    known = unknown;
+    EXPECT_TRUE(known.isUnknown());
+    EXPECT_TRUE(Logical(false).isKnown());
+
+    String word = u"w";
+    String other = word;
+    other.setEmpty();
+    EXPECT_TRUE(other.isEmpty());
+    EXPECT_EQ(text(word), u"w");
+    EXPECT_EQ(text(String::decode("\\S\\d")), u"\u00e4");
+    EXPECT_STREQ(fromUtf8("\u00e4").getEncoded(), "\\S\\d");
+    EXPECT_EQ(toUtf8(String(u"\u00e4")), "\u00e4");
+    EXPECT_EQ(text(word = *&word), u"w");
+
+    Binary bits("0F");
+    EXPECT_EQ(bits.numBits(), 4u);
+    EXPECT_TRUE(bits.getBit(3));
+    Binary fewer = bits;
+    fewer.resize(2);
+    EXPECT_EQ(fewer.numBits(), 2u);
+    EXPECT_EQ(bits.numBits(), 4u);
+    bits.reset(nullptr);
+    EXPECT_TRUE(bits.isEmpty());
+
+    EXPECT_EQ(Guid(), Guid());
+    EXPECT_NE(Guid::create(), Guid::create());
+    const Guid guid = Guid::create();
+    EXPECT_EQ(Guid::createFromText(guid.getText()), guid);
+}
+
+TEST_F(Api, ResultsOfNamesAreTranslated) {
+    Entity wall = Entity::create(*model_, Ifc4::IfcWall);
+    ASSERT_FALSE(wall.isNull());
+    EXPECT_TRUE(wall.isKindOf(Ifc4::IfcWall));
+    EXPECT_FALSE(wall.isKindOf(Ifc2x3::IfcWall));
+    EXPECT_FALSE(wall.isKindOf(Ifc4::IfcBeam));
+    EXPECT_EQ(wall.isA(), nullptr);
+    EXPECT_EQ(wall.ifcId(), 0);
+    EXPECT_TRUE(Entity().isNull());
+    EXPECT_TRUE(Entity::s_null.isNull());
+
+    Variant value = 5;
+    EXPECT_EQ(wall.getAttribute(Ifc4::PredefinedType, value), 1);  // its own, and unset
+    EXPECT_EQ(wall.getAttribute("NoSuchName", value), 2);
+    EXPECT_EQ(wall.getAttribute(Ifc4::Name, value), 2);  // inherited, and unset
+    EXPECT_EQ(value.getInt(), 5);
+    EXPECT_EQ(wall.getAttribute(Ifc4::GlobalId, value), 0);
+    EXPECT_EQ(value.type(), TypeGuid);
+
+    EnumValue literal;
+    EXPECT_EQ(literal.getValue(), nullptr);
+    EXPECT_EQ(wall.setAttribute(Ifc4::PredefinedType, literal), 2);
+    literal.setValue("NOSUCHLITERAL");
+    EXPECT_EQ(wall.setAttribute(Ifc4::PredefinedType, literal), 2);
+    literal.setValue(Ifc4::eSOLIDWALL);
+    EXPECT_EQ(wall.setAttribute(Ifc4::PredefinedType, literal), 0);
+    EXPECT_EQ(wall.setAttribute(Ifc4::PredefinedType, 1), 3);
+    EXPECT_EQ(wall.getAttribute(Ifc4::PredefinedType, value), 0);
+    EXPECT_STREQ(value.getEnum().getValue(), "SOLIDWALL");
+
+    // A required reference that leads nowhere is there and empty, whatever the variant held.
+    const Entity relation = Entity::create(*model_, Ifc4::IfcRelAggregates);
+    EXPECT_EQ(relation.getAttribute(Ifc4::RelatingObject, value), 0);
+    EXPECT_EQ(value.type(), TypeNone);
+}
+
+TEST_F(Api, InverseReferencesAreThoseThatWereBuilt) {
+    const Entity wall = Entity::create(*model_, Ifc4::IfcWall);
+    EXPECT_TRUE(wall.getInverseRefs().empty());
+    IfcEntity& inner = *Entity::Impl::data(wall)();
+    for (const EntityDesc* desc : {&Ifc4::IfcRelAggregates, &Ifc4::IfcSlab, &Ifc4::IfcBeam})
+        if (const Entity e = Entity::create(*model_, *desc); !e.isNull())
+            inner.backRefs().add(Entity::Impl::data(e)());
+    const std::vector<Entity> refs = wall.getInverseRefs();
+    ASSERT_EQ(refs.size(), 3u);
+    EXPECT_TRUE(refs[0].isKindOf(Ifc4::IfcRelAggregates));
+    EXPECT_TRUE(refs[2].isKindOf(Ifc4::IfcBeam));
+}
+
+TEST_F(Api, ModelsAreReadAndWritten) {
+    const TempFile a, b;
+    Header header;
+    EXPECT_EQ(text(header.implementationLevel()), u"2;1");
+    using Set = void (Header::*)(const String&);
+    using Get = String (Header::*)() const;
+    const std::pair<Set, Get> kFields[] = {
+        {&Header::setFileDescription, &Header::fileDescription},
+        {&Header::setFileName, &Header::fileName},
+        {&Header::setTimeStamp, &Header::timeStamp},
+        {&Header::setAuthor, &Header::author},
+        {&Header::setOrganization, &Header::organization},
+        {&Header::setPreprocessorVersion, &Header::preprocessorVersion},
+        {&Header::setOriginatingSystem, &Header::originatingSystem},
+        {&Header::setAuthorization, &Header::authorization},
+        {&Header::setFileSchema, &Header::fileSchema},
+    };
+    char16_t mark = u'a';
+    for (const auto& [set, get] : kFields) (header.*set)(std::u16string(2, mark++).c_str());
+
+    Entity wall = Entity::create(*model_, Ifc4::IfcWall);
+    EXPECT_EQ(wall.setAttribute(Ifc4::Name, String(u"W\u00e4nd")), ResultOk);
+    EXPECT_TRUE(model_->write(a.path, header));
+    EXPECT_TRUE(model_->write(b.path.wstring().c_str(), header));
+    EXPECT_EQ(a.text(), b.text());
+    EXPECT_NE(a.text().find("W\\S\\dnd"), std::string::npos);
+    EXPECT_FALSE(model_->write(fs::path("no/such/folder/a.ifc"), header));
+
+    Header again;
+    for (const bool wide : {false, true}) {
+        const fs::path path = a.path;
+        const ModelHandle model(wide ? Model::read(path.wstring().c_str(), &again)
+                                     : Model::read(path, &again));
+        ASSERT_FALSE(model->isNull());
+        EXPECT_EQ(model->schemaId(), eIFC4);
+        ASSERT_EQ(model->getNumEntities(), 1u);
+        EXPECT_EQ(model->get(0).ifcId(), 1);
+        Variant name;
+        EXPECT_EQ(model->get(0).getAttribute(Ifc4::Name, name), ResultOk);
+        EXPECT_EQ(text(name.getString()), u"W\u00e4nd");
+    }
+    again.setFileSchema(u"ii");  // a file is given the name of its schema
+    mark = u'a';
+    const Header copy = again;
+    again.setAuthor(u"changed");
+    for (const auto& [set, get] : kFields)
+        EXPECT_EQ(text((copy.*get)()), std::u16string(2, mark++));
+}
+
+TEST_F(Api, AModelOverNothingIsReleased) {
+    const TempFile broken("no model");
+    Header header;
+    for (Model* model :
+         {Model::create(static_cast<EIfcSchemaId>(7)),
+          Model::read(fs::path("missing.ifc"), &header), Model::read(broken.path, &header)}) {
+        ASSERT_NE(model, nullptr);
+        EXPECT_TRUE(model->isNull());
+        model->release();
+    }
+    Model* volatile none = nullptr;
+    release(none);
+    EXPECT_FALSE(model_->isNull());
+
+    // Code of the library crosses over: the block takes the caller's reference.
+    Model* crossed = Model::Impl::create(nullptr);
+    IfcModel* inner = IfcModel::create(eIFC2X3, false, false);
+    Model::Impl::setImpl(*crossed, new Model::Impl(inner));
+    EXPECT_EQ(crossed->schemaId(), eIFC2X3);
+    *model_ = *crossed;
+    crossed->release();
+    EXPECT_EQ(model_->schemaId(), eIFC2X3);
+}
+
+// -- the facade against the library -------------------------------------------------------------
+
+// One text for a value through both: from the library's own variant,
+std::string innerText(const IfcVariant& value) {
+    const auto tagged = [](int type, const std::string& text) {
+        return std::to_string(type) + ":" + text;
+    };
+    switch (value.getValueType()) {
+        case AttributeInt:
+            return tagged(1, std::to_string(value.getint()));
+        case AttributeUnsigned:
+            return tagged(2, std::to_string(value.getunsigned()));
+        case AttributeDouble:
+            return tagged(3, std::to_string(value.getdouble()));
+        case AttributeBool:
+            return tagged(0, std::to_string(value.getbool()));
+        case AttributeString:
+            return tagged(4, value.getXString().getEncoded());
+        case AttributeLogical:
+            return tagged(6, std::to_string(value.getLogical() + 2 * value.getLogical().isKnown()));
+        case AttributeEntity:
+            return tagged(5, std::to_string(value.getEntityId()()->ifcId()));
+        case AttributeGuid:
+            return tagged(8, value.getBase64Guid().getText());
+        case AttributeBinary:
+            return tagged(7, value.getXBinary().getEncodedString());
+        case AttributeEnum:
+            return tagged(9, value.getEnumValue()->text);
+        case AttributeSelect: {
+            const auto& select = *value.getSelectValue();
+            return tagged(10, select.tag() + ("=" + innerText(select.getValue())));
+        }
+        case AttributeVector: {
+            const auto& vector = *value.getVectorValue();
+            std::string result = tagged(11, "");
+            for (unsigned i = 0; i < vector.size(); ++i) result += innerText(vector[i]) + ",";
+            return result + ";";
+        }
+        case AttributeNone:
+            break;
+    }
+    return tagged(12, "");
+}
+
+// and from the facade's.
+std::string facadeText(const Variant& value) {
+    const std::string type = std::to_string(value.type()) + ":";
+    switch (value.type()) {
+        case TypeInt:
+            return type + std::to_string(value.getInt());
+        case TypeUInt:
+            return type + std::to_string(value.getUInt());
+        case TypeReal:
+            return type + std::to_string(value.getReal());
+        case TypeBool:
+            return type + std::to_string(value.getBool());
+        case TypeString:
+            return type + value.getString().getEncoded();
+        case TypeLogical:
+            return type + std::to_string(value.getLogical() + 2 * value.getLogical().isKnown());
+        case TypeEntity:
+            return type + std::to_string(value.getEntity().ifcId());
+        case TypeGuid:
+            return type + value.getGuid().getText();
+        case TypeBinary:
+            return type + value.getBinary().getEncodedString();
+        case TypeEnum:
+            return type + value.getEnum().getValue();
+        case TypeSelect: {
+            const SelectValue select = value.getSelect();
+            return type + select.tag() + "=" + facadeText(select.getValue());
+        }
+        case TypeVector: {
+            const VectorValue vector = value.getVector();
+            std::string result = type;
+            for (unsigned i = 0; i < vector.size(); ++i) result += facadeText(vector[i]) + ",";
+            return result + ";";
+        }
+        case TypeNone:
+            break;
+    }
+    return type;
+}
+
+struct CorpusCase {
+    EIfcSchemaId id;
+    const char* folder;
+};
+
+class ApiCorpus : public testing::TestWithParam<CorpusCase> {
+ protected:
+    void SetUp() override {
+        initOvikApi();
+        const std::string folder = GetParam().folder;
+        schema_ = Generator::Schema::read(OVIK_SOURCE_DIR "/ovik/schema/" + folder + "/" + folder +
+                                          ".schema");
+        for (const auto& cls : schema_->entities) {
+            std::string name = cls->name;
+            for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+            for (const auto* base = cls.get(); base; base = base->parent) {
+                for (const auto& attribute : base->attributes)
+                    attributes_[name].push_back(attribute.name);
+            }
+        }
+        const char* given = std::getenv("OVIK_CORPUS");
+        const fs::path root =
+            given ? fs::path(given) : fs::path(OVIK_SOURCE_DIR "/../shared/corpus");
+        std::error_code none;
+        for (const auto& entry : fs::directory_iterator(root / "valid" / folder, none))
+            if (entry.path().extension() == ".ifc") corpus_.push_back(entry.path());
+        if (corpus_.empty()) GTEST_SKIP() << "no corpus: set OVIK_CORPUS to its folder";
+    }
+
+    std::unique_ptr<Generator::Schema> schema_;
+    std::map<std::string, std::vector<std::string>> attributes_;
+    std::vector<fs::path> corpus_;
+    const TempFile before_, after_;
+};
+
+// Every attribute of every entity, and each set to what it is.
+TEST_P(ApiCorpus, GivesAndTakesTheValuesOfTheLibrary) {
+    std::size_t numValues = 0;
+    for (const fs::path& file : corpus_) {
+        SCOPED_TRACE(file.filename().string());
+        Header header;
+        const ModelHandle model(Model::read(file, &header));
+        if (model->isNull()) continue;
+        ASSERT_EQ(model->schemaId(), GetParam().id);
+        header.setTimeStamp(u"t");
+        ASSERT_TRUE(model->write(before_.path, header));
+        for (std::size_t i = 0; i < model->getNumEntities(); ++i) {
+            Entity entity = model->get(i);
+            const IfcEntity& inner = *Entity::Impl::data(entity)();
+            for (const std::string& name : attributes_[inner.isA()->className()]) {
+                IfcVariant expected;
+                Variant value;
+                const Ovik::Result innerResult = inner.getAttribute(name.c_str(), expected);
+                const Result result = entity.getAttribute(name.c_str(), value);
+                ASSERT_EQ(result, translate(innerResult)) << name;
+                ASSERT_EQ(facadeText(value), innerText(expected)) << name;
+                if (value.type() == TypeNone) continue;
+                ASSERT_EQ(entity.setAttribute(name.c_str(), value), ResultOk) << name;
+                ++numValues;
+            }
+        }
+        ASSERT_TRUE(model->write(after_.path, header));
+        ASSERT_EQ(after_.text(), before_.text());
+    }
+    EXPECT_GT(numValues, 100000u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, ApiCorpus,
+                         testing::Values(CorpusCase{eIFC2X3, "ifc2x3"}, CorpusCase{eIFC4, "ifc4"}),
+                         [](const auto& instance) { return std::string(instance.param.folder); });
+
+}  // namespace
+}  // namespace Ovik::IfcApi
