@@ -9,13 +9,8 @@
 #include <exception>
 #include <utility>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define OVIK_ASAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define OVIK_ASAN 1
-#endif
-#endif
+#include "ovik/base/sanitizer.h"
+
 #if defined(OVIK_ASAN)
 #include <sanitizer/common_interface_defs.h>
 #endif

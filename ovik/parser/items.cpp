@@ -8,14 +8,8 @@
 #include <ostream>
 
 #include "ovik/base/deepstack.h"
+#include "ovik/base/sanitizer.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-#define OVIK_ASAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define OVIK_ASAN 1
-#endif
-#endif
 #if defined(OVIK_ASAN)
 #include <sanitizer/lsan_interface.h>
 #endif
