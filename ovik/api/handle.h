@@ -40,7 +40,8 @@ class OVIK_API Handle {
         return *this;
     }
     Handle& operator=(Handle&& other) noexcept {
-        std::swap(value_, other.value_);
+        Handle taken(std::move(other));
+        std::swap(value_, taken.value_);
         return *this;
     }
     ~Handle();

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/plaintext.h"
+
 namespace tools {
 namespace fs = std::filesystem;
 namespace {
@@ -78,7 +80,7 @@ bool writeText(const std::string& text, const fs::path& file) {
 
 void printInfo(std::ostream& out, const Ovik::IfcModel& model, const Ovik::IfcHeader& header) {
     const auto line = [&out](const char* label, const Ovik::XString& value) {
-        out << std::left << std::setw(22) << label << Ovik::toUtf8(value) << '\n';
+        out << std::left << std::setw(22) << label << plainText(Ovik::toUtf8(value)) << '\n';
     };
     line("Schema", Ovik::XString(Ovik::schemaName(model.schemaId())));
     line("Description", header.fileDescription());

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -43,7 +44,7 @@ constexpr int kBadUsage = 2;
 
 struct Arguments {
     std::vector<std::string> files;
-    std::vector<int> numbers;
+    std::vector<std::int64_t> numbers;
     std::optional<std::string> log;
     std::optional<std::string> html;
     double tolerance = 0;
@@ -154,6 +155,11 @@ int tree(const Arguments& arguments) {
         std::cout << tree.asText();
         return 0;
     }
+    std::error_code error;
+    if (fs::equivalent(file, *arguments.html, error)) {
+        tools::complain(*arguments.html, "is the input itself");
+        return 2;
+    }
     if (!tools::writeText(tree.asHtml(fs::path(file).filename().string()), *arguments.html))
         return 2;
     std::cout << *arguments.html << ": a tree of " << tree.numObjects() << " objects written\n";
@@ -161,7 +167,7 @@ int tree(const Arguments& arguments) {
 }
 
 /// The entity with instance number `number`, by bisection; a null one if there is none.
-api::Entity findEntity(const api::Model& model, int number) {
+api::Entity findEntity(const api::Model& model, std::int64_t number) {
     std::size_t first = 0;
     for (std::size_t count = model.getNumEntities(); count > 0;) {
         const std::size_t half = count / 2;
@@ -190,7 +196,7 @@ int show(const Arguments& arguments) {
         tools::complain(file, tools::whyNoModel(file));
         status = 1;
     } else {
-        for (const int number : arguments.numbers) {
+        for (const std::int64_t number : arguments.numbers) {
             const api::Entity entity = findEntity(*model, number);
             if (entity.isNull()) {
                 tools::complain(file, "has no instance #" + std::to_string(number));
@@ -222,7 +228,7 @@ bool parseTolerance(std::string_view text, double& value) {
 }
 
 /// An instance number, with or without its `#`.
-bool parseNumber(std::string_view text, int& value) {
+bool parseNumber(std::string_view text, std::int64_t& value) {
     if (text.starts_with('#')) text.remove_prefix(1);
     const char* const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, value);

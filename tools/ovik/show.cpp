@@ -9,24 +9,15 @@
 #include <string_view>
 
 #include "attributenames.h"
+#include "common/plaintext.h"
 
 namespace tools {
 namespace {
 
 using namespace Ovik::IfcApi;
 
-/// A text between apostrophes, on one line and safe for a terminal.
 std::string quoted(const std::string& text) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string result = "'";
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7F)
-            result += {'\\', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
-        else
-            result += c;
-    }
-    return result + "'";
+    return "'" + plainText(text) + "'";
 }
 
 std::string number(double value) {

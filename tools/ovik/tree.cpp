@@ -6,6 +6,8 @@
 #include <map>
 #include <string_view>
 
+#include "common/plaintext.h"
+
 namespace tools {
 namespace {
 
@@ -55,7 +57,7 @@ onhashchange = () => {
 </script>
 )html";
 
-/// The name of `entity` in UTF-8, on one line: a terminal must not act on what a file says.
+/// The name of `entity` in UTF-8.
 std::string nameOf(const Ovik::IfcEntity& entity) {
     Ovik::IfcVariant value;
     Ovik::XString name;
@@ -63,14 +65,7 @@ std::string nameOf(const Ovik::IfcEntity& entity) {
     if (entity.getAttribute("Name", value) != Ovik::ResultOk ||
         value.getValue(name) != Ovik::ResultOk)
         return {};
-    std::string text = Ovik::toUtf8(name);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        if (byte < 0x20 || byte == 0x7f) text[i] = ' ';
-        // The control characters from U+0080 on.
-        if (byte == 0xc2 && static_cast<unsigned char>(text[i + 1]) < 0xa0) text.replace(i, 2, " ");
-    }
-    return text;
+    return plainText(Ovik::toUtf8(name));
 }
 
 std::string escaped(std::string_view text) {

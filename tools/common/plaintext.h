@@ -1,0 +1,12 @@
+// Text of a file for a person's eyes.
+#pragma once
+
+#include <string>
+
+namespace tools {
+
+/// UTF-8 text on one line, with a blank for each character that a terminal or a page would act on:
+/// control characters, and those that turn the direction of what follows.
+std::string plainText(std::string text);
+
+}  // namespace tools
