@@ -251,6 +251,25 @@ void addStages(const fs::path& file, const fs::path& copy) {
         write(*static_cast<Ovik::IfcModel*>(model.get()), copy);
         return nullptr;
     });
+    addStage("backrefs", bytes, [=, model = Kept()]() mutable -> Kept {
+        if (!model) model = load(file);
+        auto* const inner = static_cast<Ovik::IfcModel*>(model.get());
+        inner->buildBackRefs();
+        // The next round would add to them.
+        return {inner, [model](Ovik::IfcModel* m) {
+                    for (std::uint64_t i = 0; i < m->getNumEntities(); ++i) {
+                        // A buffer comes with every assignment, even of an empty array.
+                        Ovik::IfcEntityPtrArray& refs = m->get(i)->backRefs();
+                        std::destroy_at(&refs);
+                        std::construct_at(&refs);
+                    }
+                }};
+    });
+    addStage("structure", bytes, [=, model = Kept()]() mutable -> Kept {
+        if (!model) model = load(file);
+        return {Ovik::IfcSpatialStructure::create(*static_cast<Ovik::IfcModel*>(model.get())),
+                [](Ovik::IfcSpatialStructure* structure) { structure->release(); }};
+    });
     addStage("compare", bytes,
              [=, a = std::shared_ptr<Ovik::IfcParsedStream>(),
               b = std::shared_ptr<Ovik::IfcParsedStream>()]() mutable -> Kept {

@@ -13,6 +13,8 @@
 #include <sstream>
 #include <vector>
 
+#include "ovik/ifc2x3/IfcProduct.h"
+#include "ovik/ifc4/IfcProduct.h"
 #include "ovik/ovik.h"
 #include "ovik/parser.h"
 
@@ -41,6 +43,11 @@ std::string textOf(const fs::path& file) {
     return text.str();
 }
 
+/// Whether the file begins anew where its header ought to stand, so that it gives no model.
+bool opensTwice(const fs::path& file) {
+    return textOf(file).find("ISO-10303-21;\nISO-10303-21;") != std::string::npos;
+}
+
 /// Whether a backslash stands in `text` that opens none of the escapes that a string keeps. Such a
 /// one is what reading leaves of a doubled backslash, and the next reading takes it for an escape.
 bool hasLooseBackslash(const std::string& text) {
@@ -57,8 +64,8 @@ bool hasLooseBackslash(const std::string& text) {
     return false;
 }
 
-/// The relations of a file that a model writes, taken from its records alone. Numbers stand for the
-/// objects, 0 for none.
+/// The relations of a file as far as a model has them, taken from the records of the file. Numbers
+/// stand for the objects, 0 for none.
 class Relations : public Ovik::IfcParser::Output {
  public:
     struct Node {
@@ -71,10 +78,17 @@ class Relations : public Ovik::IfcParser::Output {
     std::set<int> roots;
     /// Relation and target.
     std::multiset<std::pair<int, int>> backRefs;
+    /// Relations, and objects in them, that the model lacks.
+    int numLacking = 0;
+    /// Objects that are contained though they are of a class that can't be.
+    int numMisplaced = 0;
 
-    explicit Relations(const fs::path& file) {
+    Relations(const fs::path& file, const Ovik::IfcModel& model) {
+        for (std::uint64_t i = 0; i < model.getNumEntities(); ++i)
+            loaded_[model.get(i)->ifcId()] = model.get(i);
         std::ifstream stream(file);
         EXPECT_TRUE(Ovik::IfcParser::parseStream(stream, nullptr, this));
+        for (const auto& [id, record] : records_) addRecord(id, record);
         for (const auto& [id, node] : nodes) roots.insert(id);
         for (const auto& [id, node] : nodes)
             for (const int child : node.children) roots.erase(child);
@@ -98,44 +112,79 @@ class Relations : public Ovik::IfcParser::Output {
 
  private:
     using Item = Ovik::IfcParser::ItemBase;
+    struct Record {
+        std::string name;
+        std::vector<std::vector<int>> references;  // of each parameter
+    };
 
     bool setHeader(Ovik::IfcParser::ParsedHeader*&) override { return true; }
     void endOfFile() override {}
     void addData(int id, Ovik::IfcParser::PooledName* className, Ovik::IfcParser::ItemList* list,
                  double) override {
-        const std::string& name = className->text;
-        const std::vector<Item*>& items = *list->items;
-        if (const auto found = kTargets.find(name); found != kTargets.end()) {
-            for (const unsigned index : found->second)
-                for (const int target : references(items[index]))
-                    if (target) backRefs.insert({id, target});
-        }
-        if (name == "IFCRELCONTAINEDINSPATIALSTRUCTURE") {
-            addChildren(nodes[references(items[5])[0]], items[4]).containments.push_back(id);
-        } else if (name == "IFCRELAGGREGATES" || name == "IFCRELNESTS") {
-            addChildren(nodes[references(items[4])[0]], items[5]).decompositions.push_back(id);
+        if (kTargets.contains(className->text) || className->text == "IFCRELNESTS") {
+            if (loaded_.contains(id)) {
+                Record& record = records_[id];
+                record.name = className->text;
+                for (const Item* item : *list->items) record.references.push_back(references(item));
+                if (record.name == "IFCRELCONTAINEDINSPATIALSTRUCTURE")
+                    numMisplaced += static_cast<int>(std::erase_if(
+                        record.references[4], [this](int object) { return !isProduct(object); }));
+            } else {
+                ++numLacking;
+            }
         }
         list->release();
     }
 
-    Node& addChildren(Node& node, Item* children) {
-        for (const int child : references(children)) {
+    bool isProduct(int id) const {
+        const auto found = loaded_.find(id);
+        return found != loaded_.end() &&
+               (found->second->isKindOf(Ovik::IFC2X3::IfcProduct::desc()) ||
+                found->second->isKindOf(Ovik::IFC4::IfcProduct::desc()));
+    }
+
+    // In the order of the numbers, as a model is.
+    void addRecord(int id, const Record& record) {
+        const auto& [name, references] = record;
+        if (const auto found = kTargets.find(name); found != kTargets.end()) {
+            for (const unsigned index : found->second)
+                for (const int target : references[index])
+                    if (target) backRefs.insert({id, target});
+        }
+        if (name == "IFCRELCONTAINEDINSPATIALSTRUCTURE") {
+            addChildren(nodes[references[5][0]], references[4]).containments.push_back(id);
+        } else if (name == "IFCRELAGGREGATES" || name == "IFCRELNESTS") {
+            addChildren(nodes[references[4][0]], references[5]).decompositions.push_back(id);
+        }
+    }
+
+    Node& addChildren(Node& node, const std::vector<int>& children) {
+        for (const int child : children) {
             nodes[child];
             node.children.push_back(child);
         }
         return node;
     }
 
-    static std::vector<int> references(const Item* item) {
+    /// The objects that a parameter names, without those that the model lacks.
+    std::vector<int> references(const Item* item) {
         using namespace Ovik::IfcParser;
-        if (item->kind() == static_cast<unsigned>(ItemKind::Ref))
-            return {static_cast<const ItemRef*>(item)->value};
+        if (item->kind() == static_cast<unsigned>(ItemKind::Ref)) {
+            const int number = static_cast<const ItemRef*>(item)->value;
+            if (number == 0 || loaded_.contains(number)) return {number};
+            ++numLacking;
+        }
         std::vector<int> numbers;
-        const auto* list = static_cast<const ItemList*>(item);
-        for (std::size_t i = 0; list->items && i < list->items->size(); ++i)
-            numbers.push_back(references((*list->items)[i])[0]);
+        if (item->kind() == static_cast<unsigned>(ItemKind::List)) {
+            const auto* list = static_cast<const ItemList*>(item);
+            for (std::size_t i = 0; list->items && i < list->items->size(); ++i)
+                for (const int number : references((*list->items)[i])) numbers.push_back(number);
+        }
         return numbers;
     }
+
+    std::map<int, const Ovik::IfcEntity*> loaded_;
+    std::map<int, Record> records_;
 };
 
 class CorpusTest : public ::testing::TestWithParam<const char*> {
@@ -174,7 +223,7 @@ TEST_P(ValidCorpusTest, ACopyOfACopyIsEqualToTheCopy) {
         const int before = Ovik::IfcParser::liveItems;
         if (!copy(file, copied)) {
             std::cout << file.filename().string() << ": gives no model, since it opens twice\n";
-            EXPECT_NE(textOf(file).find("ISO-10303-21;\nISO-10303-21;"), std::string::npos);
+            EXPECT_TRUE(opensTwice(file));
             continue;
         }
         EXPECT_LE(Ovik::IfcParser::liveItems, std::max(before, 4));
@@ -197,20 +246,21 @@ TEST_P(ValidCorpusTest, ACopyOfACopyIsEqualToTheCopy) {
     EXPECT_LT(numChanged, static_cast<int>(files_.size()) / 10);
 }
 
-// Two roads to the same: through the model, and from the records of the file. The file is what a
-// model has written, since that has no record that a load drops.
+// Two roads to the same: through the model, and from the records of the file.
 TEST_P(ValidCorpusTest, StructureAndBackReferencesAreThoseOfTheRecords) {
-    const fs::path copied = folder_ / "copy.ifc";
     std::size_t numNodes = 0, numBackRefs = 0;
+    int numSkipped = 0, numLacking = 0, numMisplaced = 0;
     for (const fs::path& file : files_) {
         SCOPED_TRACE(file.filename().string());
-        if (!copy(file, copied)) continue;
-        Ovik::IfcModel* const model = Ovik::IfcModel::read(copied);
+        Ovik::IfcModel* const model = Ovik::IfcModel::read(file);
         if (!model) {
-            EXPECT_TRUE(hasLooseBackslash(textOf(copied)));
+            EXPECT_TRUE(opensTwice(file));
+            ++numSkipped;
             continue;
         }
-        const Relations expected(copied);
+        const Relations expected(file, *model);
+        numLacking += expected.numLacking;
+        numMisplaced += expected.numMisplaced;
 
         Ovik::IfcSpatialStructure* const structure = Ovik::IfcSpatialStructure::create(*model);
         const auto numberOf = [](const Ovik::IfcEntity* entity) {
@@ -257,6 +307,9 @@ TEST_P(ValidCorpusTest, StructureAndBackReferencesAreThoseOfTheRecords) {
         numBackRefs += backRefs.size();
         model->release();
     }
+    EXPECT_LE(numSkipped, 1);
+    EXPECT_LE(numLacking, 30);
+    EXPECT_LE(numMisplaced, 15);
     EXPECT_GT(numNodes, files_.size());
     EXPECT_GT(numBackRefs, numNodes);
 }
