@@ -235,6 +235,10 @@ TEST_F(Api, ModelsAreReadAndWritten) {
     EXPECT_EQ(a.text(), b.text());
     EXPECT_NE(a.text().find("W\\S\\dnd"), std::string::npos);
     EXPECT_FALSE(model_->write(fs::path("no/such/folder/a.ifc"), header));
+    // Characters beyond ASCII, and what is no character, are paths like others.
+    constexpr wchar_t kStray[] = L"no/such/\u00E4\xD800/a.ifc";
+    EXPECT_FALSE(model_->write(kStray, header));
+    EXPECT_TRUE(ModelHandle(Model::read(kStray, &header))->isNull());
 
     Header again;
     for (const bool wide : {false, true}) {

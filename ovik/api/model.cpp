@@ -2,6 +2,7 @@
 #include "ovik/api/model.h"
 
 #include "ovik/api/access.h"
+#include "ovik/base/unicode.h"
 #include "ovik/imp/ifcheader.h"
 #include "ovik/imp/rtclass.h"
 
@@ -146,7 +147,7 @@ Model* Model::create(EIfcSchemaId schema) {
 }
 
 Model* Model::read(const wchar_t* path, Header* header) {
-    return read(std::filesystem::path(path), header);
+    return read(pathFromWide(path), header);
 }
 
 Model* Model::read(const std::filesystem::path& path, Header* header) {
@@ -154,7 +155,7 @@ Model* Model::read(const std::filesystem::path& path, Header* header) {
 }
 
 bool Model::write(const wchar_t* path, const Header& header) {
-    return write(std::filesystem::path(path), header);
+    return write(pathFromWide(path), header);
 }
 
 bool Model::write(const std::filesystem::path& path, const Header& header) {
