@@ -19,7 +19,7 @@ endif()
 set(ovik_internal_headers
   api/access api/desctables
   base/ascii base/deepstack base/inputfile
-  imp/entrytable imp/hexdigit imp/ifcentitypool imp/ifcreader imp/[a-z]*imp
+  imp/hexdigit imp/ifcentitypool imp/modelimp imp/load/[a-z]+ imp/save/[a-z]+
   schema/common/aggregateengine schema/common/backrefs schema/common/orientededge schema/common/selectaccess
   schema/ifc[a-z0-9]+/namehash schema/generator/[a-z]+)
 list(JOIN ovik_internal_headers "|" ovik_internal_headers)

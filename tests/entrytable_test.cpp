@@ -1,5 +1,5 @@
 // The table of a load: order, growth and memory.
-#include "ovik/imp/entrytable.h"
+#include "ovik/imp/load/entrytable.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 
 #include "ovik/base/deepstack.h"
 #include "ovik/imp/ifcentity.h"
-#include "ovik/imp/validationimp.h"
+#include "ovik/imp/load/validationimp.h"
 
 namespace Ovik {
 

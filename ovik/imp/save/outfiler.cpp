@@ -8,17 +8,19 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <fstream>
 #include <ostream>
 #include <string>
 #include <utility>
 
 #include "ovik/base/deepstack.h"
+#include "ovik/base/unicode.h"
 #include "ovik/imp/base64guid.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/ifcheader.h"
 #include "ovik/imp/ifcmodel.h"
 #include "ovik/imp/logical.h"
-#include "ovik/imp/outfilerimp.h"
+#include "ovik/imp/save/outfilerimp.h"
 #include "ovik/imp/xbinary.h"
 #include "ovik/imp/xstring.h"
 
@@ -334,6 +336,17 @@ void writeModel(std::ostream& out, const IfcModel& model, const IfcHeader& heade
     out << "DATA;\n";
     out << (imp.isAnyNumbered() ? std::string_view(imp.data()) : "#1= ();\n");
     out << "ENDSEC;\nEND-ISO-10303-21;\n";
+}
+
+bool IfcModel::write(const wchar_t* path, const IfcHeader& header) const {
+    return write(pathFromWide(path), header);
+}
+
+bool IfcModel::write(const std::filesystem::path& path, const IfcHeader& header) const {
+    std::ofstream file(path, std::ios::trunc);
+    if (!file) return false;
+    writeModel(file, *this, header);
+    return true;
 }
 
 }  // namespace Ovik

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "ovik/imp/entityid.h"
-#include "ovik/imp/entrytable.h"
 #include "ovik/imp/ifcmodel.h"
 #include "ovik/imp/infiler.h"
+#include "ovik/imp/load/entrytable.h"
 #include "ovik/imp/rtclass.h"
 #include "ovik/imp/xstring.h"
 #include "ovik/parser/fileoutput.h"

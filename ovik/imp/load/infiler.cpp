@@ -4,7 +4,7 @@
 #include <ostream>
 
 #include "ovik/base/ascii.h"
-#include "ovik/imp/ifcreader.h"
+#include "ovik/imp/load/ifcreader.h"
 #include "ovik/imp/logical.h"
 #include "ovik/imp/xstring.h"
 

@@ -1,14 +1,16 @@
-// The passes of a load.
-#include "ovik/imp/ifcreader.h"
+// The passes of a load, and `IfcModel::read` over them.
+#include "ovik/imp/load/ifcreader.h"
 
 #include <locale>
 #include <utility>
 
 #include "ovik/base/errlog.h"
+#include "ovik/base/inputfile.h"
+#include "ovik/base/unicode.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/ifcheader.h"
+#include "ovik/imp/load/validationimp.h"
 #include "ovik/imp/modelimp.h"
-#include "ovik/imp/validationimp.h"
 #include "ovik/parser/parser.h"
 
 namespace Ovik {
@@ -258,6 +260,18 @@ void IfcReader::clearTable() {
         if (entry.slot) delete std::exchange(*entry.slot, nullptr);
     });
     entries_.clear();
+}
+
+IfcModel* IfcModel::read(const wchar_t* path, ErrLog* log, ProgressMeter* meter,
+                         const IfcReadOptions* options, IfcHeader* header) {
+    return read(pathFromWide(path), log, meter, options, header);
+}
+
+IfcModel* IfcModel::read(const std::filesystem::path& path, ErrLog* log, ProgressMeter* meter,
+                         const IfcReadOptions* options, IfcHeader* header) {
+    std::ifstream stream = openInput(path);
+    if (!stream) return nullptr;
+    return IfcReader(stream, log, meter, options, header).load();
 }
 
 }  // namespace Ovik

@@ -1,7 +1,7 @@
 // The pass over all entities of a load that judges and repairs their references. Internal.
 #pragma once
 
-#include "ovik/imp/entrytable.h"
+#include "ovik/imp/load/entrytable.h"
 #include "ovik/imp/validation.h"
 
 namespace Ovik {
