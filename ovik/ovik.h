@@ -11,6 +11,7 @@
 #include "ovik/imp/ifcheader.h"
 #include "ovik/imp/ifcmodel.h"
 #include "ovik/imp/infiler.h"
+#include "ovik/imp/loadreport.h"
 #include "ovik/imp/logical.h"
 #include "ovik/imp/outfiler.h"
 #include "ovik/imp/result.h"
