@@ -169,14 +169,13 @@ class Relations : public Ovik::IfcParser::Output {
     /// The objects that a parameter names, without those that the model lacks.
     std::vector<int> references(const Item* item) {
         using namespace Ovik::IfcParser;
-        if (item->kind() == static_cast<unsigned>(ItemKind::Ref)) {
-            const int number = static_cast<const ItemRef*>(item)->value;
+        if (const auto* reference = item->as<ItemRef>()) {
+            const int number = reference->value;
             if (number == 0 || loaded_.contains(number)) return {number};
             ++numLacking;
         }
         std::vector<int> numbers;
-        if (item->kind() == static_cast<unsigned>(ItemKind::List)) {
-            const auto* list = static_cast<const ItemList*>(item);
+        if (const auto* list = item->as<ItemList>()) {
             for (std::size_t i = 0; list->items && i < list->items->size(); ++i)
                 for (const int number : references((*list->items)[i])) numbers.push_back(number);
         }

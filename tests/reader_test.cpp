@@ -248,7 +248,7 @@ TEST_F(Reader, RecordsMayAskToBeReadAgain) {
     std::vector<std::pair<int, bool>> reads;
     Probe::onRead = [&](IfcInFiler& in) {
         EXPECT_EQ(in.cursor(), 0u);
-        const auto* const item = in.itemAs<IfcParser::ItemInt>(IfcParser::ItemKind::Int);
+        const auto* const item = in.itemAs<IfcParser::ItemInt>();
         reads.emplace_back(item->value, in.secondPass());
         // One that asks again in the second pass stays as it is.
         if (item->value == 1 || !in.secondPass()) throw SelectorNeedSecondPassRead();

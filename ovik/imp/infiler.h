@@ -55,6 +55,8 @@ class OVIK_API IfcInFiler {
 
     /// True unless the load was asked to be strict.
     bool lenient() const;
+    /// True if the load was asked to keep values letter for letter, see `IfcReadOptions::exact`.
+    bool exact() const;
     /// True while records are read for the second time.
     bool secondPass() const;
 
@@ -68,15 +70,15 @@ class OVIK_API IfcInFiler {
     }
     /// The item at the cursor if it is a `T`; null, with a report, if not. No advance.
     template <class T>
-    const T* itemAs(IfcParser::ItemKind kind) {
-        return checkKind(kind) ? static_cast<const T*>(items_[cursor_]) : nullptr;
+    const T* itemAs() {
+        return checkKind(T::kKind) ? static_cast<const T*>(items_[cursor_]) : nullptr;
     }
 
     /// Requires an item of this kind at the cursor. No advance.
     bool checkKind(IfcParser::ItemKind kind) {
         const IfcParser::ItemBase* found = item();
         if (!found) return false;
-        if (found->kind() == static_cast<unsigned>(kind)) return true;
+        if (found->is(kind)) return true;
         reportInvalidType();
         return false;
     }

@@ -61,6 +61,12 @@ class OVIK_API ItemBase {
 
     /// The item's `ItemKind` as a number.
     virtual unsigned kind() const = 0;
+    bool is(ItemKind wanted) const { return kind() == static_cast<unsigned>(wanted); }
+    /// The item as a `T`, one of the classes below; null if it is of another kind.
+    template <class T>
+    const T* as() const {
+        return is(T::kKind) ? static_cast<const T*>(this) : nullptr;
+    }
     /// Compares with another item; tells the difference to the context's report.
     virtual bool isEqualTo(const ItemBase& other, const CompareContext& context) const;
     virtual ~ItemBase() { --liveItems; }
@@ -84,82 +90,90 @@ class OVIK_API ItemBase {
 /// A string constant, still in the file's encoding; adjacent constants are joined.
 class OVIK_API ItemString final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::String;
     std::string text;
 
     explicit ItemString(std::string value) : text(std::move(value)) {}
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::String); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 
 /// An integer constant.
 class OVIK_API ItemInt final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::Int;
     int value;
 
     explicit ItemInt(int number) : value(number) {}
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Int); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 
 /// A real constant.
 class OVIK_API ItemDbl final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::Dbl;
     double value;
 
     explicit ItemDbl(double number) : value(number) {}
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Dbl); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 
 /// `.T.` (1) or `.F.` (0).
 class OVIK_API ItemBool final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::Bool;
     unsigned char value;
 
     explicit ItemBool(bool truth) : value(truth) {}
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Bool); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 
 /// Any other word between dots, without the dots.
 class OVIK_API ItemEnum final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::Enum;
     PooledName* name;
 
     /// Takes over the caller's reference of `word`.
     explicit ItemEnum(PooledName* word) : name(word) {}
     ~ItemEnum() override { name->release(); }
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Enum); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 
 /// A reference to an instance: its number, or 0 for `$`.
 class OVIK_API ItemRef final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::Ref;
     int value;
 
     explicit ItemRef(int number) : value(number) {}
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Ref); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 
 /// A `*`.
 class OVIK_API ItemDerived final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::Derived;
     ItemDerived() = default;
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Derived); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
 };
 
 /// A typed parameter such as `IFCLABEL('x')`. `value` is one elementary item or one list.
 class OVIK_API ItemChoice final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::Choice;
     PooledName* name;
     ItemBase* value;
 
     /// Takes over the caller's references of `type` and `content`.
     ItemChoice(PooledName* type, ItemBase* content) : name(type), value(content) {}
     ~ItemChoice() override;
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Choice); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 
@@ -167,13 +181,14 @@ class OVIK_API ItemChoice final : public ItemBase {
 /// only its elements may be changed.
 class OVIK_API ItemList final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::List;
     std::vector<ItemBase*>* items = nullptr;
 
     ItemList() = default;
     /// A list of `count` elements; takes over the caller's reference of each.
     ItemList(ItemBase* const* elements, std::size_t count);
     ~ItemList() override;
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::List); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 
  private:
@@ -184,10 +199,11 @@ class OVIK_API ItemList final : public ItemBase {
 /// quote, which is not.
 class OVIK_API ItemBinary final : public ItemBase {
  public:
+    static constexpr ItemKind kKind = ItemKind::Binary;
     std::string text;
 
     explicit ItemBinary(std::string value) : text(std::move(value)) {}
-    unsigned kind() const override { return static_cast<unsigned>(ItemKind::Binary); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 

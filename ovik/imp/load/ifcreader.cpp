@@ -62,6 +62,7 @@ IfcReader::IfcReader(std::istream& stream, ErrLog* log, ProgressMeter* meter,
       log_(log),
       header_(header),
       lenient_(!options || options->lenient),
+      exact_(options && options->exact),
       filer_(*this, nullptr, messages_) {
     messages_.imbue(std::locale::classic());
     // Nobody reads them without a log, and a bad file makes many.

@@ -40,6 +40,7 @@ class IfcReader final : public IfcParser::OutputPrgMeter {
 
     // What the in-filer asks.
     bool lenient() const { return lenient_; }
+    bool exact() const { return exact_; }
     bool secondPass() const { return secondPass_; }
     EntityId handle(int number);
     /// True once per load and `code`, and never without a log.
@@ -59,6 +60,7 @@ class IfcReader final : public IfcParser::OutputPrgMeter {
     ErrLog* log_;
     IfcHeader* header_;
     bool lenient_;
+    bool exact_;
     bool secondPass_ = false;
     EIfcSchemaId schema_ = eIFC2X3;
     IfcModel* model_ = nullptr;  // one reference is the reader's, as long as this is set

@@ -24,19 +24,20 @@ enum Warning {
     kWarnDerivedIgnored = 1,
 };
 
-bool isKind(const IfcParser::ItemBase* item, ItemKind kind) {
-    return item->kind() == static_cast<unsigned>(kind);
-}
-
 // Is it a `$`?
 bool isNil(const IfcParser::ItemBase* item) {
-    return isKind(item, ItemKind::Ref) && static_cast<const ItemRef*>(item)->value == 0;
+    const auto* const ref = item->as<ItemRef>();
+    return ref && ref->value == 0;
 }
 
 }  // namespace
 
 bool IfcInFiler::lenient() const {
     return reader_->lenient();
+}
+
+bool IfcInFiler::exact() const {
+    return reader_->exact();
 }
 
 bool IfcInFiler::secondPass() const {
@@ -60,8 +61,8 @@ bool IfcInFiler::isNullItem(bool& isNull) {
 bool IfcInFiler::readString(XString& value) {
     const IfcParser::ItemBase* const found = item();
     if (!found) return false;
-    if (isKind(found, ItemKind::String)) {
-        value = XString::decode(static_cast<const ItemString*>(found)->text.c_str());
+    if (const auto* const constant = found->as<ItemString>()) {
+        value = XString::decode(constant->text.c_str());
     } else if (lenient() && isNil(found)) {
         value.setEmpty();
     } else {
@@ -88,7 +89,7 @@ bool IfcInFiler::readRef(EntityId& value, bool mustExist) {
 }
 
 bool IfcInFiler::readList(const Items*& value, unsigned min, unsigned max) {
-    const auto* const list = itemAs<ItemList>(ItemKind::List);
+    const auto* const list = itemAs<ItemList>();
     if (!list) return false;
     const std::size_t size = list->items ? list->items->size() : 0;
     const bool tooShort = size < min;
@@ -105,12 +106,12 @@ bool IfcInFiler::readList(const Items*& value, unsigned min, unsigned max) {
 bool IfcInFiler::readLogical(Logical& value) {
     const IfcParser::ItemBase* const found = item();
     if (!found) return false;
-    if (isKind(found, ItemKind::Bool)) {
-        value = Logical(static_cast<const ItemBool*>(found)->value != 0);
+    if (const auto* const truth = found->as<ItemBool>()) {
+        value = Logical(truth->value != 0);
         advance();
         return true;
     }
-    const auto* const word = itemAs<ItemEnum>(ItemKind::Enum);
+    const auto* const word = itemAs<ItemEnum>();
     if (!word) return false;
     advance();
     if (compareNoCase(word->name->text.c_str(), "U") != 0) return false;

@@ -24,7 +24,7 @@ bool readElement(Storage& storage, const ValueType& type, IfcInFiler& in) {
     using E = typename Storage::Element;
     const ItemBase& item = *in.peek();
     auto isKind = [&](ItemKind kind) {
-        if (item.kind() == static_cast<unsigned>(kind)) return true;
+        if (item.is(kind)) return true;
         in.reportInvalidType(storage.size());
         return false;
     };
@@ -57,12 +57,10 @@ unsigned roomFor(const IfcInFiler::Items& items, const ValueType& type) {
     if constexpr (std::is_base_of_v<Select, E>) {
         const bool takesValues = type.select->hasValues || type.select->hasSelects;
         const auto mayBeOne = [&](const IfcParser::ItemBase* item) {
-            if (item->kind() == static_cast<unsigned>(IfcParser::ItemKind::Ref)) {
-                return type.select->canRefer &&
-                       static_cast<const IfcParser::ItemRef*>(item)->value != 0;
+            if (const auto* reference = item->as<IfcParser::ItemRef>()) {
+                return type.select->canRefer && reference->value != 0;
             }
-            return takesValues &&
-                   item->kind() == static_cast<unsigned>(IfcParser::ItemKind::Choice);
+            return takesValues && item->is(IfcParser::ItemKind::Choice);
         };
         return std::min(
             count, 1 + static_cast<unsigned>(std::count_if(items.begin(), items.end(), mayBeOne)));
@@ -101,11 +99,11 @@ inline bool readUnsignedList(void*, const AggregateType& type, IfcInFiler& in) {
     if (!items) return true;
     unsigned position = 0;
     for (const ItemBase* item : *items) {
-        if (item->kind() != static_cast<unsigned>(ItemKind::Int)) {
-            in.reportInvalidType(position);
-        } else {
+        if (const auto* number = item->as<ItemInt>()) {
             ++position;
-            if (static_cast<const ItemInt*>(item)->value < 0) in.reportNotUnsigned(position);
+            if (number->value < 0) in.reportNotUnsigned(position);
+        } else {
+            in.reportInvalidType(position);
         }
     }
     return false;

@@ -30,7 +30,7 @@ void setDefault(Enumeration& value, const EnumType& type) {
 }
 
 bool readEnum(Enumeration& value, const EnumType& type, IfcInFiler& in) {
-    const auto* item = in.itemAs<IfcParser::ItemEnum>(IfcParser::ItemKind::Enum);
+    const auto* item = in.itemAs<IfcParser::ItemEnum>();
     if (!item) return false;
     in.advance();
     const char* text = item->name->text.c_str();

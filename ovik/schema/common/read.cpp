@@ -61,21 +61,21 @@ bool readAttributes(IfcEntity& entity, Attributes attributes, IfcInFiler& in, De
 bool readValue(const ValueType& type, void* field, IfcInFiler& in) {
     switch (type.kind) {
         case Kind::Real:
-            if (const auto* item = in.itemAs<ItemDbl>(ItemKind::Dbl)) {
+            if (const auto* item = in.itemAs<ItemDbl>()) {
                 *static_cast<double*>(field) = item->value;
                 in.advance();
                 return true;
             }
             return false;
         case Kind::Integer:
-            if (const auto* item = in.itemAs<ItemInt>(ItemKind::Int)) {
+            if (const auto* item = in.itemAs<ItemInt>()) {
                 *static_cast<int*>(field) = item->value;
                 in.advance();
                 return true;
             }
             return false;
         case Kind::Boolean:
-            if (const auto* item = in.itemAs<ItemBool>(ItemKind::Bool)) {
+            if (const auto* item = in.itemAs<ItemBool>()) {
                 *static_cast<bool*>(field) = item->value != 0;
                 in.advance();
                 return true;
@@ -86,14 +86,14 @@ bool readValue(const ValueType& type, void* field, IfcInFiler& in) {
         case Kind::String:
             return in.readString(*static_cast<XString*>(field));
         case Kind::Binary:
-            if (const auto* item = in.itemAs<ItemBinary>(ItemKind::Binary)) {
+            if (const auto* item = in.itemAs<ItemBinary>()) {
                 *static_cast<XBinary*>(field) = XBinary(item->text.c_str());
                 in.advance();
                 return true;
             }
             return false;
         case Kind::Guid:
-            if (const auto* item = in.itemAs<ItemString>(ItemKind::String)) {
+            if (const auto* item = in.itemAs<ItemString>()) {
                 *static_cast<Base64Guid*>(field) = Base64Guid::createFromBase64(item->text.c_str());
                 in.advance();
                 return true;
@@ -143,7 +143,7 @@ bool readEntityChoice(Select& value, const SelectType& type, IfcInFiler& in, int
 
 // The choice whose type name the typed value at the cursor bears.
 bool readTypedChoice(Select& value, const SelectType& type, IfcInFiler& in) {
-    const auto* item = in.itemAs<ItemChoice>(ItemKind::Choice);
+    const auto* item = in.itemAs<ItemChoice>();
     if (!item) return false;
     const std::string& name = item->name->text;
     for (std::size_t tag = 0; tag < type.choices.size(); ++tag) {
@@ -172,10 +172,8 @@ bool readSelect(Select& value, const SelectType& type, IfcInFiler& in) {
     const unsigned start = in.cursor();
     if (type.hasEntities) {
         const ItemBase* item = in.peek();
-        if (item && item->kind() == static_cast<unsigned>(ItemKind::Ref)) {
-            if (readEntityChoice(value, type, in, static_cast<const ItemRef*>(item)->value)) {
-                return true;
-            }
+        if (const auto* reference = item ? item->as<ItemRef>() : nullptr) {
+            if (readEntityChoice(value, type, in, reference->value)) return true;
             in.setCursor(start);
         }
     }

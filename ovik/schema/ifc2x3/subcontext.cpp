@@ -14,7 +14,7 @@ using namespace IfcParser;
 template <class ReadIgnored>
 bool skipOrIgnore(IfcInFiler& in, ReadIgnored readIgnored) {
     const ItemBase* item = in.peek();
-    if (item && item->kind() == static_cast<unsigned>(ItemKind::Derived)) {
+    if (item && item->is(ItemKind::Derived)) {
         in.advance();
         return true;
     }
