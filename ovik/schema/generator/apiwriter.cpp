@@ -3,15 +3,109 @@
 #include "apiwriter.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
-#include <sstream>
-#include <string>
-#include <vector>
 
+#include "fill.h"
+#include "names.h"
 #include "output.h"
 
 namespace Ovik::Generator {
 namespace {
+
+constexpr const char* kHeader = R"(
+{{banner}}
+// The facade's constants for schema {{schema}}.
+#pragma once
+
+#include "ovik/api/desc.h"
+
+namespace Ovik::IfcApi::{{space}} {
+
+// Entity classes that can be instantiated
+{{entities}}
+
+// Selects
+{{selects}}
+
+// Aggregates
+{{aggregates}}
+
+// Attributes, choices of selects, and literals of enumerations (with an `e`)
+{{texts}}
+
+}  // namespace Ovik::IfcApi::{{space}}
+)";
+
+constexpr const char* kSource = R"(
+{{banner}}
+// The descriptors of the facade.
+#include "ovik/api/{{lower}}.h"
+
+#include "ovik/api/desctables.h"
+#include "ovik/{{lower}}.h"
+#include "ovik/schema/{{lower}}/namehash.h"
+
+namespace Ovik::IfcApi::{{space}} {
+
+{{entities}}
+{{selects}}
+{{aggregates}}
+
+static constexpr EntityRow entities[] = {
+{{entityRows}}
+};
+
+static constexpr VectorRow vectors[] = {
+{{vectorRows}}
+};
+
+static constexpr SelectorRow selectors[] = {
+{{selectorRows}}
+};
+
+constinit const DescTables descTables = {&{{hash}}, entities, vectors, selectors};
+
+}  // namespace Ovik::IfcApi::{{space}}
+)";
+
+constexpr const char* kAttributesSource = R"(
+{{banner}}
+// The attributes of each class, classes before their ancestors.
+#include "ovik/api/{{lower}}.h"
+
+#include <array>
+
+#include "attributenames.h"
+
+using namespace Ovik::IfcApi::{{space}};
+
+{{lists}}
+
+static constexpr tools::ClassAttributes classes[] = {
+{{rows}}
+};
+
+const std::span<const tools::ClassAttributes> tools::{{lower}}Attributes = classes;
+)";
+
+constexpr const char* kAttributeList = R"(
+static constexpr std::array<const char*, {{count}}> attributesOf{{class}} = {
+{{names}}
+};
+)";
+
+std::size_t depth(const Entity* e) {
+    return e->parent ? 1 + depth(e->parent) : 0;
+}
+
+// Attributes in the order of a record: those of the ancestors first.
+std::vector<std::string> attributesOf(const Entity& e) {
+    std::vector<std::string> names;
+    if (e.parent) names = attributesOf(*e.parent);
+    for (const Attribute& a : e.attributes) names.push_back(a.name);
+    return names;
+}
 
 class ApiWriter {
  public:
@@ -33,8 +127,6 @@ class ApiWriter {
     }
 
  private:
-    std::string include() const { return "#include \"ovik/api/" + lower_ + ".h\"\n"; }
-
     // Names to texts: attributes, choices that have no descriptor, literals.
     std::map<std::string, std::string> texts() const {
         std::map<std::string, std::string> result;
@@ -52,99 +144,76 @@ class ApiWriter {
         return result;
     }
 
+    // For each item of `list`, `text` with its name, and what else the texts of this file need.
+    template <class List>
+    std::string lines(const List& list, std::string_view text) const {
+        return each(list, [&](const auto& item) {
+            return fill(text, {{"name", item->name},
+                               {"schema", schema_.name},
+                               {"hash", std::to_string(nameHash(schema_, item->name))}});
+        });
+    }
+
     void writeHeader() const {
-        std::ostringstream out;
-        out << banner(schema_) << "// The facade's constants for schema " << schema_.name
-            << ".\n#pragma once\n\n#include \"ovik/api/desc.h\"\n\nnamespace Ovik::IfcApi::"
-            << space_ << " {\n\n// Entity classes that can be instantiated\n";
-        for (const Entity* e : concrete_) out << "extern OVIK_API EntityDesc " << e->name << ";\n";
-        out << "\n// Selects\n";
-        for (const auto& s : schema_.selects)
-            out << "extern OVIK_API SelectorDesc " << s->name << ";\n";
-        out << "\n// Aggregates\n";
-        for (const auto& a : schema_.aggregates)
-            out << "extern OVIK_API VectorDesc " << a->name << ";\n";
-        out << "\n// Attributes, choices of selects, and literals of enumerations (with an `e`)\n";
-        for (const auto& [name, text] : texts())
-            out << "inline constexpr const char* " << name << " = \"" << text << "\";\n";
-        out << "\n}  // namespace Ovik::IfcApi::" << space_ << "\n";
-        writeIfChanged(folder_ / "ovik" / "api" / (lower_ + ".h"), out.str());
+        const auto constant = [](const auto& entry) {
+            return fill("inline constexpr const char* {{name}} = \"{{text}}\";\n",
+                        {{"name", entry.first}, {"text", entry.second}});
+        };
+        writeIfChanged(
+            folder_ / "ovik" / "api" / (lower_ + ".h"),
+            fill(kHeader,
+                 {{"banner", banner(schema_)},
+                  {"schema", schema_.name},
+                  {"space", space_},
+                  {"entities", lines(concrete_, "extern OVIK_API EntityDesc {{name}};\n")},
+                  {"selects", lines(schema_.selects, "extern OVIK_API SelectorDesc {{name}};\n")},
+                  {"aggregates",
+                   lines(schema_.aggregates, "extern OVIK_API VectorDesc {{name}};\n")},
+                  {"texts", each(texts(), constant)}}));
     }
 
     void writeSource() const {
-        std::ostringstream out;
-        out << banner(schema_) << "// The descriptors of the facade.\n"
-            << include() << "\n#include \"ovik/api/desctables.h\"\n#include \"ovik/" << lower_
-            << ".h\"\n#include \"ovik/schema/" << lower_
-            << "/namehash.h\"\n\nnamespace Ovik::IfcApi::" << space_ << " {\n\n";
-        for (const Entity* e : concrete_) out << "EntityDesc " << e->name << ";\n";
-        for (const auto& s : schema_.selects) out << "SelectorDesc " << s->name << ";\n";
-        for (const auto& a : schema_.aggregates) out << "VectorDesc " << a->name << ";\n";
-
         std::vector<const Entity*> byHash = concrete_;
-        std::sort(byHash.begin(), byHash.end(), [this](const Entity* a, const Entity* b) {
-            return nameHash(schema_, a->name) < nameHash(schema_, b->name);
-        });
-        out << "\nstatic constexpr EntityRow entities[] = {\n";
-        for (const Entity* e : byHash) {
-            out << "    {" << nameHash(schema_, e->name) << ", \"" << e->name << "\", &" << e->name
-                << ", " << schema_.name << "::" << e->name << "::desc()},\n";
-        }
-        out << "};\n\nstatic constexpr VectorRow vectors[] = {\n";
-        for (const auto& a : schema_.aggregates) {
-            out << "    {&" << a->name << ", &createVector<" << schema_.name << "::" << a->name
-                << ">},\n";
-        }
-        out << "};\n\nstatic constexpr SelectorRow selectors[] = {\n";
-        for (const auto& s : schema_.selects) {
-            out << "    {&" << s->name << ", \"" << s->name << "\", &createSelect<" << schema_.name
-                << "::" << s->name << ">},\n";
-        }
-        out << "};\n\nconstinit const DescTables descTables = {&" << schema_.name
-            << "Imp::schemaNameHash, entities, vectors, selectors};\n\n}  // namespace "
-               "Ovik::IfcApi::"
-            << space_ << "\n";
-        writeIfChanged(folder_ / (lower_ + "_api.cpp"), out.str());
-    }
-
-    static std::size_t depth(const Entity* e) {
-        std::size_t result = 0;
-        for (; e->parent; e = e->parent) ++result;
-        return result;
-    }
-
-    // Attributes in the order of a record: those of the ancestors first.
-    static std::vector<std::string> attributesOf(const Entity& e) {
-        std::vector<std::string> names;
-        if (e.parent) names = attributesOf(*e.parent);
-        for (const Attribute& a : e.attributes) names.push_back(a.name);
-        return names;
+        std::ranges::sort(byHash, {}, [&](const Entity* e) { return nameHash(schema_, e->name); });
+        writeIfChanged(
+            folder_ / (lower_ + "_api.cpp"),
+            fill(kSource,
+                 {{"banner", banner(schema_)},
+                  {"lower", lower_},
+                  {"space", space_},
+                  {"hash", hashName(schema_)},
+                  {"entities", lines(concrete_, "EntityDesc {{name}};\n")},
+                  {"selects", lines(schema_.selects, "SelectorDesc {{name}};\n")},
+                  {"aggregates", lines(schema_.aggregates, "VectorDesc {{name}};\n")},
+                  {"entityRows", lines(byHash,
+                                       "    {{{hash}}, \"{{name}}\", &{{name}}, "
+                                       "{{schema}}::{{name}}::desc()},\n")},
+                  {"vectorRows", lines(schema_.aggregates,
+                                       "    {&{{name}}, &createVector<{{schema}}::{{name}}>},\n")},
+                  {"selectorRows", lines(schema_.selects,
+                                         "    {&{{name}}, \"{{name}}\", "
+                                         "&createSelect<{{schema}}::{{name}}>},\n")}}));
     }
 
     void writeAttributes() const {
         std::vector<const Entity*> deepestFirst = concrete_;
-        std::stable_sort(deepestFirst.begin(), deepestFirst.end(),
-                         [](const Entity* a, const Entity* b) { return depth(a) > depth(b); });
-        std::ostringstream out;
-        out << banner(schema_)
-            << "// The attributes of each class, classes before their ancestors.\n"
-            << include()
-            << "\n#include <array>\n\n#include \"attributenames.h\"\n\nusing namespace "
-               "Ovik::IfcApi::"
-            << space_ << ";\n\n";
-        for (const Entity* e : deepestFirst) {
+        std::ranges::stable_sort(deepestFirst, std::greater(), depth);
+        const auto list = [](const Entity* e) {
             const std::vector<std::string> names = attributesOf(*e);
-            out << "static constexpr std::array<const char*, " << names.size() << "> attributesOf"
-                << e->name << " = {\n";
-            for (const std::string& name : names) out << "    " << name << ",\n";
-            out << "};\n";
-        }
-        out << "\nstatic constexpr tools::ClassAttributes classes[] = {\n";
-        for (const Entity* e : deepestFirst)
-            out << "    {&" << e->name << ", attributesOf" << e->name << "},\n";
-        out << "};\n\nconst std::span<const tools::ClassAttributes> tools::" << lower_
-            << "Attributes = classes;\n";
-        writeIfChanged(folder_ / (lower_ + "_attributes.cpp"), out.str());
+            return fill(kAttributeList, {{"class", e->name},
+                                         {"count", std::to_string(names.size())},
+                                         {"names", each(names, [](const std::string& name) {
+                                              return "    " + name + ",\n";
+                                          })}});
+        };
+        writeIfChanged(
+            folder_ / (lower_ + "_attributes.cpp"),
+            fill(kAttributesSource,
+                 {{"banner", banner(schema_)},
+                  {"lower", lower_},
+                  {"space", space_},
+                  {"lists", each(deepestFirst, list)},
+                  {"rows", lines(deepestFirst, "    {&{{name}}, attributesOf{{name}}},\n")}}));
     }
 
     const Schema& schema_;

@@ -3,7 +3,15 @@
 
 #include <cctype>
 
+#include "plaintypes.h"
+
 namespace Ovik::Generator {
+
+std::string lowerCase(const std::string& name) {
+    std::string result = name;
+    for (char& c : result) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return result;
+}
 
 std::string recordName(const std::string& name) {
     std::string result = name;
@@ -30,31 +38,11 @@ const std::string& className(const Type& type) {
 
 std::string fieldType(const Type& type) {
     if (type.entity) return "EntityId";
-    if (!type.isPlain()) return className(type);
-    switch (type.plain) {
-        case Plain::Real:
-            return "double";
-        case Plain::Integer:
-            return "int";
-        case Plain::Unsigned:
-            return "unsigned";
-        case Plain::Boolean:
-            return "bool";
-        case Plain::Logical:
-            return "Logical";
-        case Plain::String:
-            return "XString";
-        case Plain::Binary:
-            return "XBinary";
-        case Plain::Guid:
-            return "Base64Guid";
-    }
-    return {};
+    return std::string(type.isPlain() ? plainType(type.plain).cpp : className(type));
 }
 
-bool isByValue(const Type& type) {
-    return type.isPlain() && (type.plain == Plain::Real || type.plain == Plain::Integer ||
-                              type.plain == Plain::Unsigned || type.plain == Plain::Boolean);
+static bool isByValue(const Type& type) {
+    return type.isPlain() && plainType(type.plain).byValue();
 }
 
 std::string constType(const Type& type) {
@@ -69,6 +57,16 @@ std::string mutableType(const Type& type) {
 
 std::string argumentType(const Type& type) {
     return type.entity ? mutableType(type) : constType(type);
+}
+
+std::string valueType(const Schema& schema, const Type& type) {
+    if (type.isPlain()) return std::string(plainType(type.plain).kind);
+    const std::string cls = schema.name + "::" + className(type);
+    return type.entity ? cls + "::desc()" : "&" + cls + "::s_type";
+}
+
+std::string hashName(const Schema& schema) {
+    return schema.name + "Imp::schemaNameHash";
 }
 
 }  // namespace Ovik::Generator

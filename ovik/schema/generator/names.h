@@ -7,6 +7,8 @@
 
 namespace Ovik::Generator {
 
+std::string lowerCase(const std::string& name);
+
 /// "IFCWALL", the name in a file.
 std::string recordName(const std::string& name);
 
@@ -28,10 +30,18 @@ std::string mutableType(const Type& type);
 /// The type that a setter takes.
 std::string argumentType(const Type& type);
 
-/// True if accessors pass the value itself: numbers and booleans.
-bool isByValue(const Type& type);
+/// What a table of the library holds for this type: a kind, or the address of a table or
+/// descriptor.
+std::string valueType(const Schema& schema, const Type& type);
+
+/// `IFC4Imp::schemaNameHash`, the name hash of the schema.
+std::string hashName(const Schema& schema);
 
 /// The name of the generated class behind a type that is not plain.
 const std::string& className(const Type& type);
+
+inline const char* boolean(bool value) {
+    return value ? "true" : "false";
+}
 
 }  // namespace Ovik::Generator

@@ -1,21 +1,15 @@
 // What all generated files share.
 #include "output.h"
 
-#include <cctype>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
 
+#include "names.h"
 #include "ovik/schema/ifc2x3/namehash.h"
 #include "ovik/schema/ifc4/namehash.h"
 
 namespace Ovik::Generator {
-
-std::string lowerCase(const std::string& name) {
-    std::string result = name;
-    for (char& c : result) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return result;
-}
 
 std::string banner(const Schema& schema) {
     return "// Made by ovik-schema-generator from " + lowerCase(schema.name) +

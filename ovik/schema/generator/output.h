@@ -8,8 +8,6 @@
 
 namespace Ovik::Generator {
 
-std::string lowerCase(const std::string& name);
-
 /// The first line of a generated file.
 std::string banner(const Schema& schema);
 

@@ -86,6 +86,8 @@ struct Entity {
     bool isRoot() const { return !parent; }
     /// True if this class reads, writes and answers for attributes, so has the operations for it.
     bool hasOperations() const { return isRoot() || !attributes.empty() || redeclared; }
+    /// True if it finds attributes by name; a class without its own leaves that to its supertype.
+    bool hasNameAccess() const { return isRoot() || !attributes.empty(); }
     bool isKindOf(const std::string& ancestor) const;
 };
 

@@ -1,0 +1,36 @@
+// The members for one value of a class, an attribute or a choice: its field, and how it is read and
+// set.
+#pragma once
+
+#include <string>
+
+#include "classtext.h"
+#include "schema.h"
+
+namespace Ovik::Generator {
+
+/// A value of a class.
+struct Member {
+    const std::string& name;
+    const Type& type;
+    std::string field;
+    std::string afterSet;  ///< what a setter does besides, as a statement; may be empty
+};
+
+/// A pair of getters and a setter. What refers to an entity, whose class need not be known where
+/// the accessors are declared, is only defined in the source.
+std::string declareAccessors(const Member& member);
+
+/// The accessors of a reference, for the source; nothing for all else.
+std::string defineAccessors(const Schema& schema, const std::string& cls, const Member& member);
+
+/// The declaration of a field with its value in a new object.
+std::string declareField(const Member& member);
+
+/// Adds the class whose definition a field of this type needs; an entity is only referred to.
+void addFieldClass(const Type& type, NameSet& names);
+
+/// Adds the classes that the operations on a value of this type need.
+void addClasses(const Type& type, NameSet& names);
+
+}  // namespace Ovik::Generator
