@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "loadtext.h"
 #include "ovik/ifc2x3.h"
 #include "ovik/ifc4.h"
@@ -58,8 +60,11 @@ void tryStorage(unsigned n, Make make) {
     a.add(make(1));
     EXPECT_TRUE(holds(a, 1, 2));
     EXPECT_TRUE(holds(copy, 0, n) && holds(assigned, 0, n));
-    const A moved = std::move(copy);
-    EXPECT_TRUE(holds(moved, 0, n));
+    A moved = std::move(copy);
+    EXPECT_TRUE(holds(moved, 0, n) && holds(copy, 0, 0));
+    a = std::move(moved);
+    moved.add(make(2));
+    EXPECT_TRUE(holds(a, 0, n) && holds(moved, 2, 3));
 }
 
 // A text that compares by its characters.
@@ -116,6 +121,19 @@ TEST(Fixed, AFullOneStaysAsItIs) {
     IFC4::List_2_2_IfcGridAxis axes;
     for (int i = 0; i < 4; ++i) axes.add(nullptr);
     EXPECT_EQ(axes.size(), 2u);
+
+    // What a second reading finds no room for is left out.
+    Probe::reset();
+    Probe::onRead = [](IfcInFiler& in) {
+        IFC4::List_3_4_int member[2];
+        EXPECT_TRUE(member[0].read(in));
+        in.setCursor(0);
+        EXPECT_TRUE(member[0].read(in));
+        EXPECT_EQ(std::vector(member[0].begin(), member[0].end()), (std::vector{7, 8, 9, 7}));
+        EXPECT_EQ(member[1].size(), 0u);
+        return true;
+    };
+    EXPECT_EQ(loadRecords("#1=IFCTESTPROBE((7,8,9));").log, "");
 }
 
 class References : public ModelTest {};

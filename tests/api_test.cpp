@@ -133,6 +133,8 @@ TEST_F(Api, CopiesAreDeep) {
     EXPECT_TRUE(known.isUnknown());
     EXPECT_TRUE(Logical(false).isKnown());
 
+    static_assert(!std::is_invocable_v<std::equal_to<>, String, String>);
+    static_assert(!std::is_invocable_v<std::less<>, String, String>);
     String word = u"w";
     String other = word;
     other.setEmpty();

@@ -1,6 +1,9 @@
 // Select classes: choices and their values in memory, by name, and the words for them.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <type_traits>
+
 #include "loadtext.h"
 #include "ovik/ifc2x3.h"
 #include "ovik/ifc4.h"
@@ -17,6 +20,19 @@ concept Judged = requires(S& select, ValidationContext& context) {
 };
 static_assert(Judged<IFC4::IfcActorSelect> && Judged<IFC4::IfcTrimmingSelect>);
 static_assert(!Judged<IFC4::IfcValue> && !Judged<IFC4::IfcMeasureValue>);
+
+// Selects compare with tags, not with each other; nor are selects, enumerations and tags numbers.
+template <class A, class B>
+constexpr bool kComparable =
+    std::is_invocable_v<std::equal_to<>, A, B> || std::is_invocable_v<std::less<>, A, B>;
+static_assert(kComparable<IFC4::IfcShell, IFC4::IfcShell::CTag>);
+static_assert(kComparable<IFC4::IfcBeamTypeEnum, IFC4::IfcBeamTypeEnum::ETag>);
+static_assert(!kComparable<IFC4::IfcShell, IFC4::IfcShell>);
+static_assert(!kComparable<IFC4::IfcShell, IFC4::IfcUnit>);
+static_assert(!std::is_constructible_v<IfcVariant, IFC4::IfcShell&>);
+static_assert(!std::is_constructible_v<IfcVariant, IFC4::IfcShell::CTag>);
+static_assert(!std::is_constructible_v<IfcVariant, const IFC4::IfcBeamTypeEnum&>);
+static_assert(!std::is_assignable_v<IfcVariant&, IFC4::IfcBeamTypeEnum::ETag>);
 
 class Select : public ModelTest {};
 

@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include "ovik/imp/utf8.h"
@@ -12,6 +14,11 @@
 using namespace Ovik;
 
 namespace {
+
+// Their addresses would be compared, and ordered.
+static_assert(!std::is_invocable_v<std::equal_to<>, XString, XString>);
+static_assert(!std::is_invocable_v<std::less<>, XString, XString>);
+static_assert(!std::is_invocable_v<std::greater_equal<>, const char16_t*, XString>);
 
 using Case = std::pair<std::string, std::u16string>;
 

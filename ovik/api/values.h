@@ -3,6 +3,7 @@
 // thread at a time for one value.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -56,8 +57,9 @@ class OVIK_API String {
     /// What stands between the apostrophes of a file. Valid as `c_str` is.
     const char* getEncoded() const;
 
-    // Through the conversion above `==` would compare addresses: compare the texts of `c_str()`.
-    bool operator==(const String&) const = delete;
+    // Through the conversion above these would compare and order addresses.
+    bool operator==(const String&) const = delete;  // compare std::u16string_view(a.c_str())
+    std::strong_ordering operator<=>(const String&) const = delete;  // order by the same views
 
     /// True when unset. A present text without characters is not empty.
     bool isEmpty() const;
@@ -200,8 +202,9 @@ class OVIK_API VectorValue {
     void clear();
     /// Takes an element out; false if there is none at `index`.
     bool remove(unsigned index);
-    /// Appends an element; `ResultWrongType` if `value` doesn't fit. An aggregate that has its
-    /// upper bound's number of elements stays as it is.
+    /// Appends an element; `ResultWrongType` if `value` doesn't fit. A full aggregate, one that has
+    /// as many elements as the upper bound in its class name (4 in `List_3_4_int`), answers
+    /// `ResultOk` too and takes nothing: ask `size()`.
     Result add(const Variant& value);
 
  private:

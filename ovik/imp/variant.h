@@ -84,9 +84,18 @@ class OVIK_API IfcVectorValueBase : public IfcVariantValueBase {
     virtual bool remove(unsigned index) = 0;
     virtual void clear() = 0;
 
-    /// Appends an element; `ResultWrongType` if `value` doesn't fit. An aggregate that has its
-    /// upper bound's number of elements takes no more and stays as it is.
+    /// Appends an element; `ResultWrongType` if `value` doesn't fit. A full aggregate, one that has
+    /// as many elements as the upper bound in its class name (4 in `List_3_4_int`), answers
+    /// `ResultOk` too and takes nothing: ask `size()`.
     virtual Result add(const IfcVariant& value) = 0;
+};
+
+/// A tag, or a value of an enumeration or a select, which convert to their tags.
+template <class T>
+concept Tagged = std::is_enum_v<T> || requires {
+    typename T::ETag;
+} || requires {
+    typename T::CTag;
 };
 
 /// A tagged value. Owns its holder, and copies it when it is copied. One thread at a time.
@@ -119,12 +128,12 @@ class OVIK_API IfcVariant {
     IfcVariant(IfcSelectValueBase* x) : type_(AttributeSelect), value_(x) {}
     IfcVariant(IfcVectorValueBase* x) : type_(AttributeVector), value_(x) {}
 
-    /// Any other pointer, a text above all, would silently become a `bool`, and an enumerator an
-    /// `int`: the value of an enumeration is an `IfcEnumValue`.
+    /// Any other pointer, a text above all, would silently become a `bool`, and a tag an `int`. The
+    /// value of an enumeration is a new `IfcEnumValue` of its `asString`, that of a select a new
+    /// `IfcSelectValue`.
     IfcVariant(const void*) = delete;
-    template <class E>
-    requires std::is_enum_v<E> IfcVariant(E)
-    = delete;
+    template <Tagged T>
+    IfcVariant(const T&) = delete;
 
     AttributeTypeEnum getValueType() const { return type_; }
 

@@ -3,6 +3,7 @@
 // from a file go out as they came in and writing costs nothing but copying stored text.
 #pragma once
 
+#include <compare>
 #include <utility>
 
 #include "ovik/base/export.h"
@@ -51,8 +52,9 @@ class OVIK_API XString {
     const char16_t* c_str() const { return decoded_; }
     operator const char16_t*() const { return decoded_; }
 
-    // Through the conversion above `==` would compare addresses: compare the texts of `c_str()`.
-    bool operator==(const XString&) const = delete;
+    // Through the conversion above these would compare and order addresses.
+    bool operator==(const XString&) const = delete;  // compare std::u16string_view(a.c_str())
+    std::strong_ordering operator<=>(const XString&) const = delete;  // order by the same views
 
     /// What stands between the apostrophes of a physical file; "" when unset.
     const char* getEncoded() const { return encoded_; }

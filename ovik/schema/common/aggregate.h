@@ -33,6 +33,7 @@ class Growing {
         if (other.data_) data_ = allocate(capacity_);
         for (; size_ < other.size_; ++size_) new (data_ + size_) E(other.data_[size_]);
     }
+    /// Leaves `other` empty, as move assignment does.
     Growing(Growing&& other) noexcept
         : data_(std::exchange(other.data_, nullptr)),
           size_(std::exchange(other.size_, 0)),
@@ -45,9 +46,10 @@ class Growing {
         return *this;
     }
     Growing& operator=(Growing&& other) noexcept {
-        std::swap(data_, other.data_);
-        std::swap(size_, other.size_);
-        std::swap(capacity_, other.capacity_);
+        Growing taken(std::move(other));
+        std::swap(data_, taken.data_);
+        std::swap(size_, taken.size_);
+        std::swap(capacity_, taken.capacity_);
         return *this;
     }
     ~Growing() {
@@ -147,6 +149,20 @@ class Fixed {
  public:
     using Element = E;
 
+    Fixed() = default;
+    Fixed(const Fixed&) = default;
+    Fixed& operator=(const Fixed&) = default;
+    /// Leaves `other` empty, as move assignment does.
+    Fixed(Fixed&& other) noexcept { *this = std::move(other); }
+    Fixed& operator=(Fixed&& other) noexcept {
+        if (this != &other) {
+            std::move(std::begin(other.data_), std::end(other.data_), data_);
+            size_ = other.size_;
+            other.clear();
+        }
+        return *this;
+    }
+
     unsigned size() const { return size_; }
 
     /// Removes the element at `index`; false if there is none.
@@ -202,6 +218,10 @@ struct AggregateAccess {
         return aggregate.emplace(std::forward<Arguments>(arguments)...);
     }
     template <class A>
+    static bool isFull(const A& aggregate) {
+        return aggregate.isFull();
+    }
+    template <class A>
     static void truncate(A& aggregate, unsigned n) {
         aggregate.truncate(n);
     }
@@ -214,7 +234,7 @@ class ValueAggregate : public StorageOf<E, Upper>::type {
     static constexpr bool kByValue = std::is_arithmetic_v<E>;
 
  public:
-    /// Appends an element. A full bounded aggregate stays as it is.
+    /// Appends an element. One that has `Upper` elements, if that isn't 0, is full and takes none.
     void add(std::conditional_t<kByValue, E, const E&> element) {
         if (!this->isFull()) this->emplace(element);
     }
@@ -237,7 +257,7 @@ class ValueAggregate : public StorageOf<E, Upper>::type {
 template <unsigned Lower, unsigned Upper = 0>
 class EntityAggregate : public StorageOf<EntityId, Upper>::type {
  public:
-    /// Appends a reference. A full bounded aggregate stays as it is.
+    /// Appends a reference. One that has `Upper` elements, if that isn't 0, is full and takes none.
     void add(const EntityId& handle) {
         if (!this->isFull()) this->emplace(handle);
     }
@@ -271,7 +291,8 @@ class OVIK_API IfcVectorValue : public IfcVectorValueBase {
     unsigned size() const override { return value.size(); }
     bool remove(unsigned index) override { return value.remove(index); }
     void clear() override { value.clear(); }
-    /// Appends an element; `ResultWrongType` if the variant doesn't fit.
+    /// Appends an element; `ResultWrongType` if the variant doesn't fit. A full aggregate answers
+    /// `ResultOk` and takes none.
     Result add(const IfcVariant& element) override {
         typename T::Element converted{};
         const Result result = Schema::setValue(T::s_type.element, &converted, element);

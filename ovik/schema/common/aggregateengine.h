@@ -84,7 +84,8 @@ bool readAggregate(void* value, const AggregateType& type, IfcInFiler& in) {
         storage.reserve(roomFor<E>(*items, type.element));
     }
     IfcInFiler element(in, items);
-    for (unsigned i = 0; i < count; ++i) {
+    // A member that held something before may have room for fewer than the list has.
+    for (unsigned i = 0; i < count && !AggregateAccess::isFull(storage); ++i) {
         element.setCursor(i);
         readElement(storage, type.element, element);
     }

@@ -2,6 +2,9 @@
 // travel in an IfcVariant.
 #pragma once
 
+#include <compare>
+#include <concepts>
+
 #include "ovik/imp/variant.h"
 #include "ovik/schema/common/types.h"
 
@@ -19,6 +22,13 @@ class OVIK_API Select {
  private:
     friend struct SelectAccess;
 };
+
+// Two selects would be compared by their tags alone, and those of two classes by numbers that have
+// nothing to do with each other. A select and a tag can be compared.
+template <std::derived_from<Select> A, std::derived_from<Select> B>
+bool operator==(const A&, const B&) = delete;  // compare choice(), then the values
+template <std::derived_from<Select> A, std::derived_from<Select> B>
+std::strong_ordering operator<=>(const A&, const B&) = delete;  // order by choice() and values
 
 /// The choice of the tag; null for a tag outside the select.
 OVIK_API const Choice* currentChoice(const Select& value, const SelectType& type);
