@@ -1,6 +1,7 @@
 // Parsed items: what the parameters of a physical file become. Small reference-counted objects
 // that hold what the file says; they know nothing of schemas.
-// Counts and the shared items are unguarded: one parse at a time in a process.
+// Counts, the shared items and the memory kept for new items are unguarded: all items of a process
+// are made, copied and released on one thread at a time.
 #pragma once
 
 #include <cstddef>

@@ -15,8 +15,9 @@ namespace IfcParser {
 struct ParsedFile;
 }
 
-/// A parsed file. Copies share one record. Not to be read, assigned or destroyed beside another
-/// parse in the process.
+/// A parsed file. Copies share one record. The items of all streams share tables of the process
+/// that nothing guards: while one thread reads, assigns or destroys a stream, no other thread may
+/// do so with any stream, nor parse or load a file.
 class OVIK_API IfcParsedStream {
  public:
     /// An invalid stream.

@@ -15,7 +15,8 @@ namespace {
 
 constexpr int kNoToken = -1;
 
-// Of all scanners; set anew by each opening mark.
+// How many comments within the comment are open, for all scanners; the mark that opens a comment
+// sets it anew.
 int commentDepth = 0;
 
 enum CharClass : unsigned char {
@@ -284,7 +285,8 @@ int Scanner::scanString() {
                 cursor_ = start_ + 1;
                 advance();
                 condition_ = SC_INITIAL;
-                value_->text.swap(string_);
+                // A copy, so that string_ keeps its room for the next constant.
+                value_->text = string_;
                 return Token::STR_CONST;
             case '\\':
                 cursor_ = start_ + 1;
@@ -401,8 +403,8 @@ int Scanner::keepEscape(const char* end) {
     return kNoToken;
 }
 
-// An opening mark counts only at the start of a match: directly after an opening or closing mark,
-// a lone asterisk or a line end. Elsewhere it is part of a run of text.
+// An opening mark counts only at the start of a match: directly after another opening mark, a
+// closing mark that leaves the comment open, or a line end. Elsewhere it is part of a run of text.
 int Scanner::scanComment() {
     for (;;) {
         start_ = cursor_;
