@@ -237,6 +237,26 @@ void addValidate(const fs::path& file, std::uint64_t fileBytes) {
         ->UseManualTime();
 }
 
+/// Back references and structure of many relations: four times as many must take about four times
+/// as long.
+void addManyParts(const char* name, unsigned numRelations) {
+    benchmark::RegisterBenchmark(name,
+                                 [=](benchmark::State& state) {
+                                     for ([[maybe_unused]] auto _ : state) {
+                                         state.PauseTiming();
+                                         Ovik::IfcModel* model = bench::makeManyParts(numRelations);
+                                         state.ResumeTiming();
+                                         model->buildBackRefs();
+                                         Ovik::IfcSpatialStructure::create(*model)->release();
+                                         state.PauseTiming();
+                                         model->release();
+                                         state.ResumeTiming();
+                                     }
+                                 })
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+}
+
 void addStages(const fs::path& file, const fs::path& copy) {
     const std::uint64_t bytes = fs::file_size(file);
     addStage("read", bytes, [=] { return plainRead(file); });
@@ -300,6 +320,8 @@ int main(int argc, char** argv) {
             model->release();
         }
         addStages(file, folder / "copy.ifc");
+        addManyParts("parts50k", 50'000);
+        addManyParts("parts200k", 200'000);
         std::cout << file.string() << ", " << fs::file_size(file) << " bytes\n";
         Table table;
         benchmark::RunSpecifiedBenchmarks(&table);

@@ -252,4 +252,18 @@ IfcModel* makeModel(Ovik::EIfcSchemaId schema, std::uint64_t bytes) {
     return model;
 }
 
+Ovik::IfcModel* makeManyParts(unsigned numRelations) {
+    using Ovik::IFC4;
+    Ovik::IfcModel* model = Ovik::IfcModel::create(Ovik::eIFC4, false, false);
+    auto* const whole = IFC4::IfcProject::create(*model);
+    auto* const shared = IFC4::IfcWall::create(*model);
+    for (unsigned i = 0; i < numRelations; ++i) {
+        auto* const relation = IFC4::IfcRelAggregates::create(*model);
+        relation->setRelatingObject(whole);
+        relation->getRelatedObjects().add(shared);
+        relation->getRelatedObjects().add(IFC4::IfcWall::create(*model));
+    }
+    return model;
+}
+
 }  // namespace bench

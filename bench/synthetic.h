@@ -12,4 +12,9 @@ namespace bench {
 /// The caller owns one reference.
 Ovik::IfcModel* makeModel(Ovik::EIfcSchemaId schema, std::uint64_t bytes);
 
+/// A model of one whole and `numRelations` relations, each with a part of its own and one that all
+/// have: whatever is searched for there in a list is searched for again and again. The caller owns
+/// one reference.
+Ovik::IfcModel* makeManyParts(unsigned numRelations);
+
 }  // namespace bench

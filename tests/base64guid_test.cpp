@@ -76,7 +76,10 @@ TEST(Base64Guid, NewOnesAreRandom) {
         const Base64Guid guid = Base64Guid::create();
         EXPECT_EQ(Base64Guid::createFromText(guid.getText()), guid);
         EXPECT_EQ(Base64Guid::createFromBase64(guid.getBase64()), guid);
-        seen.insert(guid.getText());
+        const std::string text = guid.getText();
+        EXPECT_EQ(text[15], '4') << text;  // random, of the usual variant
+        EXPECT_NE(std::string_view("89AB").find(text[20]), std::string_view::npos) << text;
+        seen.insert(text);
     }
     EXPECT_EQ(seen.size(), 200u);
 }

@@ -1,5 +1,4 @@
-// Real files, as far as they are at hand: the folder that the environment variable OVIK_CORPUS
-// names, or the one that stands beside the repository.
+// Real files, as far as they are at hand.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -17,31 +16,15 @@
 #include "ovik/ifc4/IfcProduct.h"
 #include "ovik/ovik.h"
 #include "ovik/parser.h"
+#include "tests/files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using OvikTest::corpusFiles;
+using OvikTest::textOf;
 
 constexpr double kTolerance = 1e-9;
-
-/// The model files in a folder of the corpus, in order; none if there is no corpus.
-std::vector<fs::path> corpusFiles(const std::string& folder) {
-    const char* given = std::getenv("OVIK_CORPUS");
-    const fs::path root = given ? fs::path(given) : fs::path(OVIK_SOURCE_DIR "/../shared/corpus");
-    std::vector<fs::path> files;
-    std::error_code none;
-    for (const auto& entry : fs::directory_iterator(root / folder, none))
-        if (entry.path().extension() == ".ifc") files.push_back(entry.path());
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
-std::string textOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
-}
 
 /// Whether the file begins anew where its header ought to stand, so that it gives no model.
 bool opensTwice(const fs::path& file) {
@@ -190,7 +173,7 @@ class CorpusTest : public ::testing::TestWithParam<const char*> {
  protected:
     void SetUp() override {
         files_ = corpusFiles(GetParam());
-        if (files_.empty()) GTEST_SKIP() << "no corpus: set OVIK_CORPUS to its folder";
+        if (files_.empty()) GTEST_SKIP() << OvikTest::kNoCorpus;
         folder_ = fs::path(::testing::TempDir()) / ("ovik-corpus-" + std::to_string(::getpid()));
         fs::create_directories(folder_);
     }

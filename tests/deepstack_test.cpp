@@ -6,16 +6,12 @@
 #include <cstdlib>
 #include <string>
 
-#include "ovik/parser/items.h"
+#include "tests/parsing.h"
 
 namespace Ovik {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int kDepth = 20'000;  // frames are much larger there
-#else
-constexpr int kDepth = 200'000;
-#endif
+using OvikTest::kDepth;
 
 int depthOf(int n) {
     return n == 0 ? 0 : 1 + callDeep([n] { return depthOf(n - 1); });

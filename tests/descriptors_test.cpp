@@ -7,58 +7,32 @@
 #include <functional>
 #include <map>
 #include <regex>
-#include <sstream>
 
 #include "ovik/api.h"
 #include "ovik/api/access.h"
 #include "ovik/api/ifc2x3.h"
 #include "ovik/api/ifc4.h"
-#include "ovik/imp/rtclass.h"
-#include "ovik/schema/generator/schema.h"
+#include "tests/schemacases.h"
 
 namespace Ovik::IfcApi {
 namespace {
 
-struct SchemaCase {
-    EIfcSchemaId id;
-    const char* folder;
-    const char* space;
-    const EntityDesc* (*findEntityDesc)(const RtClass*);
-    std::size_t numEntities, numSelects, numAggregates, numTexts;
-};
-
-std::ostream& operator<<(std::ostream& out, const SchemaCase& c) {
-    return out << c.folder;
-}
-
-struct RegisteredClass : RtClass {
-    using RtClass::findCreator;
-};
-
-std::string capitals(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return text;
-}
-
-class Descriptors : public testing::TestWithParam<SchemaCase> {
+class Descriptors : public Test::SchemaTest {
  protected:
-    void SetUp() override {
-        const std::string folder = GetParam().folder;
-        schema_ = Generator::Schema::read(OVIK_SOURCE_DIR "/ovik/schema/" + folder + "/" + folder +
-                                          ".schema");
-        initOvikApi();
-    }
+    void SetUp() override { initOvikApi(); }
 
     /// The constant of that name as the library exports it, or null.
     template <class D>
-    static const D* constant(const std::string& name) {
-        const std::string space = GetParam().space;
+    const D* constant(const std::string& name) const {
+        const std::string space = "I" + folder_.substr(1);
         const std::string symbol = "_ZN4Ovik6IfcApi" + std::to_string(space.size()) + space +
                                    std::to_string(name.size()) + name + "E";
         return static_cast<const D*>(dlsym(RTLD_DEFAULT, symbol.c_str()));
     }
 
-    std::unique_ptr<Generator::Schema> schema_;
+    const EntityDesc* (*const findDesc_)(const RtClass*) = GetParam().id == eIFC4
+                                                               ? Ifc4::findEntityDesc
+                                                               : Ifc2x3::findEntityDesc;
 };
 
 TEST_P(Descriptors, NameTheirClasses) {
@@ -73,7 +47,7 @@ TEST_P(Descriptors, NameTheirClasses) {
         ASSERT_EQ(desc == nullptr, cls->isAbstract);
         if (!desc) continue;
         ++numEntities;
-        EXPECT_STREQ(*desc, capitals(cls->name).c_str());
+        EXPECT_STREQ(*desc, OvikTest::capitals(cls->name).c_str());
         const Entity entity = Entity::create(*model, *desc);
         ASSERT_FALSE(entity.isNull());
         for (const auto* base = cls.get(); base; base = base->parent) {
@@ -82,14 +56,14 @@ TEST_P(Descriptors, NameTheirClasses) {
             }
         }
         // The way back is by the hash of another spelling, and so leads nowhere.
-        const RtClass* rt = RegisteredClass::findCreator(cls->name.c_str(), GetParam().id);
+        const RtClass* rt = findClass(cls->name);
         ASSERT_NE(rt, nullptr);
-        EXPECT_EQ(GetParam().findEntityDesc(rt), nullptr);
+        EXPECT_EQ(findDesc_(rt), nullptr);
         EXPECT_EQ(entity.isA(), nullptr);
     }
     EXPECT_EQ(model->getNumEntities(), numEntities);
     model->release();
-    EXPECT_EQ(numEntities, GetParam().numEntities);
+    EXPECT_EQ(numEntities, GetParam().numConcrete);
 
     EXPECT_EQ(schema_->selects.size(), GetParam().numSelects);
     for (const auto& select : schema_->selects) {
@@ -113,17 +87,17 @@ TEST_P(Descriptors, AreFoundByTheSpellingTheyAreFiledUnder) {
         explicit Named(const char* name) : RtClass(name) {}
     };
     const Named wall("IfcWall"), unknown("IfcNoSuchClass");
-    EXPECT_EQ(GetParam().findEntityDesc(&unknown), nullptr);
-    EXPECT_EQ(GetParam().findEntityDesc(&wall), nullptr);  // the descriptor is of another class
+    EXPECT_EQ(findDesc_(&unknown), nullptr);
+    EXPECT_EQ(findDesc_(&wall), nullptr);  // the descriptor is of another class
     const EntityDesc& desc = GetParam().id == eIFC4 ? Ifc4::IfcWall : Ifc2x3::IfcWall;
     Access::block(desc).cls = &wall;
-    EXPECT_EQ(GetParam().findEntityDesc(&wall), &desc);
+    EXPECT_EQ(findDesc_(&wall), &desc);
     initOvikApi();
-    EXPECT_EQ(GetParam().findEntityDesc(&wall), nullptr);
+    EXPECT_EQ(findDesc_(&wall), nullptr);
 }
 
 TEST_P(Descriptors, TextsAreThoseOfTheSchema) {
-    std::ifstream header(OVIK_GENERATED_DIR "/ovik/api/" + std::string(GetParam().folder) + ".h");
+    std::ifstream header(OVIK_GENERATED_DIR "/ovik/api/" + folder_ + ".h");
     const std::regex pattern("inline constexpr const char\\* (\\w+) = \"(\\w+)\";");
     std::map<std::string, std::string> found;
     std::size_t numLines = 0;
@@ -150,12 +124,8 @@ TEST_P(Descriptors, TextsAreThoseOfTheSchema) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Schemas, Descriptors,
-                         testing::Values(SchemaCase{eIFC2X3, "ifc2x3", "Ifc2x3",
-                                                    Ifc2x3::findEntityDesc, 553, 45, 96, 2069},
-                                         SchemaCase{eIFC4, "ifc4", "Ifc4", Ifc4::findEntityDesc,
-                                                    653, 58, 128, 2127}),
-                         [](const auto& instance) { return std::string(instance.param.folder); });
+INSTANTIATE_TEST_SUITE_P(Schemas, Descriptors, testing::ValuesIn(Test::kSchemaCases),
+                         Test::folderOf);
 
 TEST(Constants, AreWhatTheirNamesSay) {
     initOvikApi();

@@ -3,41 +3,24 @@
 // tables and not by the library, so the two roads have nothing in common but the facts.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <set>
-#include <sstream>
 
-#include "ovik/ovik.h"
-#include "ovik/parser.h"
-#include "ovik/schema/generator/schema.h"
+#include "tests/loadtext.h"
+#include "tests/schemacases.h"
 
 namespace Ovik {
 namespace {
 
+using namespace Test;
 using Generator::Entity;
 using Generator::Plain;
 using Generator::Type;
-
-struct SchemaCase {
-    EIfcSchemaId id;
-    const char* folder;
-    std::size_t numConcrete;
-};
-
-std::ostream& operator<<(std::ostream& out, const SchemaCase& c) {
-    return out << c.folder;
-}
+using OvikTest::capitals;
 
 // A pixel texture of IFC2X3 can't be read back: its list of pixels takes no element.
 bool isReadable(const Generator::Schema& schema, const Entity& cls) {
     return !cls.isAbstract && !(schema.name == "IFC2X3" && cls.name == "IfcPixelTexture");
-}
-
-std::string capitals(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return text;
 }
 
 // Builds the data section of a file with an instance of each class, numbered depth first as the
@@ -105,14 +88,22 @@ class Builder {
             return list + ")";
         }
         switch (type.plain) {
-            case Plain::Real: return std::to_string(++counter_) + ".";
-            case Plain::Integer: return std::to_string(-++counter_);
-            case Plain::Boolean: return ".T.";
-            case Plain::Logical: return ".U.";
-            case Plain::String: return "'it''s " + std::to_string(++counter_) + "'";
-            case Plain::Binary: return "\"0\"";
-            case Plain::Guid: return "'_dummy_GUID_dummy_GIUD'";
-            case Plain::Unsigned: break;
+            case Plain::Real:
+                return std::to_string(++counter_) + ".";
+            case Plain::Integer:
+                return std::to_string(-++counter_);
+            case Plain::Boolean:
+                return ".T.";
+            case Plain::Logical:
+                return ".U.";
+            case Plain::String:
+                return "'it''s " + std::to_string(++counter_) + "'";
+            case Plain::Binary:
+                return "\"0\"";
+            case Plain::Guid:
+                return "'_dummy_GUID_dummy_GIUD'";
+            case Plain::Unsigned:
+                break;
         }
         return {};
     }
@@ -155,75 +146,31 @@ class Builder {
     int counter_ = 0;
 };
 
-struct RegisteredClass : RtClass {
-    using RtClass::findCreator;
-};
-
-class EveryClass : public testing::TestWithParam<SchemaCase> {
+class EveryClass : public SchemaTest {
  protected:
-    void SetUp() override {
-        schema_ = Generator::Schema::read(std::filesystem::path(OVIK_SOURCE_DIR) / "ovik/schema" /
-                                          GetParam().folder /
-                                          (std::string(GetParam().folder) + ".schema"));
-        folder_ = std::filesystem::temp_directory_path() /
-                  ("ovik_every_" + schema_->name + std::to_string(::getpid()));
-        std::filesystem::create_directories(folder_);
+    /// The model of these records, of which nothing may be wrong.
+    static ModelPtr load(const std::string& records) {
+        Loaded loaded = loadRecords(records, GetParam().id);
+        EXPECT_EQ(loaded.log, "");
+        return std::move(loaded.model);
     }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
-    std::filesystem::path write(const std::string& data) const {
-        const auto path = folder_ / "in.ifc";
-        std::ofstream(path) << "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\n"
-                               "FILE_NAME('','',(''),(''),'','','');\nFILE_SCHEMA(('"
-                            << schema_->name << "'));\nENDSEC;\nDATA;\n"
-                            << data << "ENDSEC;\nEND-ISO-10303-21;\n";
-        return path;
-    }
-
-    // The data section that `model` writes.
-    std::string dataOf(const IfcModel& model) const {
-        const auto path = folder_ / "out.ifc";
-        EXPECT_TRUE(model.write(path, IfcHeader()));
-        std::stringstream text;
-        text << std::ifstream(path).rdbuf();
-        const std::string all = text.str();
-        const auto start = all.find("DATA;\n") + 6;
-        return all.substr(start, all.rfind("ENDSEC;") - start);
-    }
-
-    IfcModel* load(const std::filesystem::path& path) const {
-        const auto logPath = folder_ / "log.txt";
-        IfcModel* model = nullptr;
-        {
-            ErrLog log(logPath);
-            model = IfcModel::read(path, &log);
-        }
-        std::stringstream text;
-        if (std::filesystem::exists(logPath)) text << std::ifstream(logPath).rdbuf();
-        EXPECT_EQ(text.str(), "");
-        return model;
-    }
-
-    std::unique_ptr<Generator::Schema> schema_;
-    std::filesystem::path folder_;
 };
 
 TEST_P(EveryClass, PassesThroughAFileUnchanged) {
     for (const bool withOptional : {true, false}) {
         Builder builder(*schema_, withOptional);
-        const std::string data = builder.build();
-        IfcModel* model = load(write(data));
+        const std::string records = builder.build();
+        const ModelPtr model = load(records);
         ASSERT_TRUE(model);
         EXPECT_EQ(model->getNumEntities(), builder.numRecords());
-        EXPECT_EQ(dataOf(*model), data);
-        model->release();
+        EXPECT_EQ(recordsOf(*model), records);
     }
 }
 
 TEST_P(EveryClass, TakesBackByNameWhatItGave) {
     for (const bool withOptional : {true, false}) {
-        const std::string data = Builder(*schema_, withOptional).build();
-        IfcModel* model = load(write(data));
+        const std::string records = Builder(*schema_, withOptional).build();
+        const ModelPtr model = load(records);
         ASSERT_TRUE(model);
         std::map<std::string, const Entity*> classes;
         for (const auto& cls : schema_->entities) classes[capitals(cls->name)] = cls.get();
@@ -253,22 +200,21 @@ TEST_P(EveryClass, TakesBackByNameWhatItGave) {
                 }
             }
         }
-        EXPECT_EQ(dataOf(*model), data);
-        model->release();
+        EXPECT_EQ(recordsOf(*model), records);
     }
 }
 
 // Defaults are written for each class. Those that the reader accepts as they are come back and are
 // written the same; the others lack a reference or an element that is mandatory.
 TEST_P(EveryClass, IsCreatedWithDefaults) {
-    IfcModel* model = IfcModel::create(GetParam().id, false, false);
+    const ModelPtr model = newModel(GetParam().id);
     std::size_t count = 0;
     for (const auto& cls : schema_->entities) {
-        const RtClass* rt = RegisteredClass::findCreator(cls->name.c_str(), GetParam().id);
+        const RtClass* rt = findClass(cls->name);
         ASSERT_EQ(rt == nullptr, cls->isAbstract) << cls->name;
         if (!rt) continue;
         ++count;
-        IfcEntity* entity = rt->create(model);
+        IfcEntity* entity = rt->create(model.get());
         EXPECT_EQ(entity->isA(), rt);
         EXPECT_EQ(entity->schemaId(), GetParam().id);
         EXPECT_EQ(entity->id()(), entity);
@@ -281,22 +227,13 @@ TEST_P(EveryClass, IsCreatedWithDefaults) {
     EXPECT_EQ(count, GetParam().numConcrete);
     EXPECT_EQ(model->getNumEntities(), count);
 
-    dataOf(*model);
-    IfcParsedStream parsed;
-    EXPECT_TRUE(parsed.read(folder_ / "out.ifc", nullptr, nullptr));
-    IfcModel* again = IfcModel::read(folder_ / "out.ifc");
-    ASSERT_TRUE(again);
+    const ModelPtr again = loadRecords(recordsOf(*model), GetParam().id).model;
     EXPECT_GT(again->getNumEntities(), count / 10);
-    const std::string kept = dataOf(*again);
-    IfcModel* third = IfcModel::read(folder_ / "out.ifc");
-    EXPECT_EQ(dataOf(*third), kept);
-    for (IfcModel* m : {model, again, third}) m->release();
+    const std::string kept = recordsOf(*again);
+    EXPECT_EQ(recordsOf(*load(kept)), kept);
 }
 
-INSTANTIATE_TEST_SUITE_P(Schemas, EveryClass,
-                         testing::Values(SchemaCase{eIFC2X3, "ifc2x3", 553},
-                                         SchemaCase{eIFC4, "ifc4", 653}),
-                         [](const auto& instance) { return std::string(instance.param.folder); });
+INSTANTIATE_TEST_SUITE_P(Schemas, EveryClass, testing::ValuesIn(kSchemaCases), folderOf);
 
 }  // namespace
 }  // namespace Ovik

@@ -29,6 +29,7 @@ class Probe : public IfcEntity {
         return probe;
     }
     ~Probe() override { ++numDestroyed; }
+    using IfcEntity::setIfcId;
     bool read(IfcInFiler& in) override { return onRead(in); }
     void write(IfcOutFiler& out) const override {
         if (!isSilent) out.writeRecord(*this, [&] { onWrite(out); });
@@ -77,9 +78,7 @@ class ModelTest : public testing::Test {
 
 /// A whole file of `schema` with these records.
 inline std::string fileOf(std::string_view records, EIfcSchemaId schema = eIFC4) {
-    std::string text = OvikTest::kHead + std::string(records) + OvikTest::kTail;
-    if (schema == eIFC2X3) text.replace(text.find("IFC4"), 4, "IFC2X3");
-    return text;
+    return OvikTest::fileOf(records, schema == eIFC4 ? "IFC4" : "IFC2X3");
 }
 
 /// What comes of a load.

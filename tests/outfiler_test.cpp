@@ -148,6 +148,34 @@ TEST_F(OutFiler, NumbersDepthFirstAndWritesInAscendingOrder) {
     EXPECT_EQ(beam->ifcId(), 0);
 }
 
+// An entity that writes no record of its own may write all the same.
+TEST_F(OutFiler, ValuesOutsideOfRecordsStandWhereTheyCome) {
+    struct Bare : Probe {
+        explicit Bare(IfcModel& model) { addToModel(model); }
+        void write(IfcOutFiler& out) const override { out.writeInt(7); }
+    };
+    for (int i = 0; i < 2; ++i) {
+        make<Probe>();
+        new Bare(*model_);
+    }
+    EXPECT_EQ(recordsOf(*model_), "#1= IFCTESTPROBE();\n7#2= IFCTESTPROBE();\n,7");
+}
+
+// References may lead to many more entities than the model has.
+TEST_F(OutFiler, NumbersWhatIsReachedInOtherModels) {
+    const ModelPtr other = newModel();
+    auto* const line = make<IFC4::IfcPolyline>();
+    std::string places, records;
+    for (int i = 2; i < 1000; ++i) {
+        line->getPoints().add(IFC4::IfcCartesianPoint::create(*other));
+        places += (i > 2 ? ",#" : "#") + std::to_string(i);
+        records += "#" + std::to_string(i) + "= IFCCARTESIANPOINT(());\n";
+    }
+    make<IFC4::IfcPolyline>()->setPoints(line->getPoints());
+    EXPECT_EQ(recordsOf(*model_), "#1= IFCPOLYLINE((" + places + "));\n" + records +
+                                      "#1000= IFCPOLYLINE((" + places + "));\n");
+}
+
 TEST_F(OutFiler, AnExceptionLeavesTheFilerSoundForTheNextRecord) {
     // Three entities: the first reaches the second, whose fields fail, and goes on.
     make<Probe>();

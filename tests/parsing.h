@@ -1,65 +1,24 @@
-// What the tests share: the frame of a file, files and logs that can be read back, and items as
-// text.
+// What the tests of parsed files share: logs that can be read back, items as text, and an output
+// that writes down what it is told.
 #pragma once
 
-#include <unistd.h>
-
 #include <charconv>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "ovik/base/sanitizer.h"
 #include "ovik/parser.h"
+#include "tests/files.h"
 
 namespace OvikTest {
 
-/// What stands before and behind the records of a file.
-inline const std::string kHead =
-    "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('n');\n"
-    "FILE_SCHEMA(('IFC4'));\nENDSEC;\nDATA;\n";
-inline const std::string kTail = "ENDSEC;\nEND-ISO-10303-21;\n";
-
 /// How deep the things are that no stack would hold. Frames are much larger, and all is slower,
 /// under a sanitizer.
-#if defined(__SANITIZE_ADDRESS__)
-#define OVIK_TEST_SANITIZED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define OVIK_TEST_SANITIZED
-#endif
-#endif
-#if defined(OVIK_TEST_SANITIZED)
+#if defined(OVIK_ASAN)
 constexpr int kDepth = 50'000;
 #else
 constexpr int kDepth = 1'000'000;
 #endif
-
-/// A file name of this process, gone at the end.
-class TempFile {
- public:
-    TempFile() {
-        static int count = 0;
-        path = std::filesystem::temp_directory_path() /
-               ("ovik-test-" + std::to_string(::getpid()) + "-" + std::to_string(++count));
-    }
-    explicit TempFile(std::string_view text) : TempFile() {
-        std::ofstream(path, std::ios::binary) << text;
-    }
-    ~TempFile() { std::filesystem::remove(path); }
-    TempFile(const TempFile&) = delete;
-    TempFile& operator=(const TempFile&) = delete;
-
-    std::string text() const {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-
-    std::filesystem::path path;
-};
 
 /// A log that can be read back.
 class TempLog {

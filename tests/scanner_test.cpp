@@ -43,6 +43,7 @@ std::string tokens(const std::string& text, Ovik::ErrLog* log = nullptr, bool pl
                 break;
             case Token::REAL_CONST: {
                 std::ostringstream number;
+                number.imbue(std::locale::classic());
                 number.precision(17);
                 number << value.real;
                 add("real:" + number.str());

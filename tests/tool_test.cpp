@@ -63,10 +63,12 @@ class ToolTest : public ::testing::Test {
     }
     std::string text(const std::string& name) const { return readFile(folder_ / name); }
 
-    /// Runs the tool in the test's folder, with the words of `arguments` as the shell sees them.
-    Outcome run(const std::string& arguments, const std::string& program = OVIK_TOOL) const {
-        const std::string command = "cd '" + folder_.string() + "' && '" + program + "' " +
-                                    arguments + " >stdout 2>stderr </dev/null";
+    /// Runs the tool in the test's folder, with the words of `arguments` as the shell sees them,
+    /// behind what the shell shall do `before`.
+    Outcome run(const std::string& arguments, const std::string& program = OVIK_TOOL,
+                const std::string& before = {}) const {
+        const std::string command = "cd '" + folder_.string() + "' && " + before + " '" + program +
+                                    "' " + arguments + " >stdout 2>stderr </dev/null";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text("stdout"), text("stderr")};
     }
@@ -209,6 +211,13 @@ TEST_F(ToolTest, CopyToAnUnwritablePath) {
     const Outcome missing = run("copy a.ifc nowhere/b.ifc");
     EXPECT_EQ(missing.status, 2);
     EXPECT_EQ(missing.err, "ovik: nowhere/b.ifc: No such file or directory\n");
+    // What breaks off half-way, as on a full disk: here a file may have two blocks of 512 bytes.
+    std::string records;
+    for (int i = 1; i < 100; ++i) records += "#" + std::to_string(i) + kPoint.substr(2);
+    make("big.ifc", fileText("IFC4", records));
+    const Outcome full = run("copy big.ifc b.ifc", OVIK_TOOL, "trap '' XFSZ && ulimit -f 2 &&");
+    EXPECT_EQ(full.status, 2);
+    EXPECT_EQ(full.err, "ovik: b.ifc: can't be written completely\n");
     const Outcome folder = run("copy a.ifc folder");
     EXPECT_EQ(folder.status, 2);
     EXPECT_EQ(folder.err, "ovik: folder: Is a directory\n");

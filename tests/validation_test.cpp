@@ -66,15 +66,21 @@ TEST_F(Validation, OddCases) {
     EXPECT_FALSE(handle.isNull());
     EXPECT_EQ(handle(), nullptr);
 
-    // An entity that is not of the file.
-    int answer = -1;
+    // An entity that is not of the file; asked again under a number that only a reference has
+    // named.
+    std::vector<int> answers;
     Probe* const stranger = make<Probe>();
+    Probe::onRead = [](IfcInFiler& in) { return !in.handle(2).isNull(); };
     Probe::onValidate = [&](ValidationContext& context) {
-        answer = context.validateRef(stranger);
+        answers.push_back(context.validateRef(stranger));
         return static_cast<int>(kValid);
     };
     EXPECT_EQ(loadRecords("#1=IFCTESTPROBE();").log, "");
-    EXPECT_EQ(answer, kNotLoaded);
+    stranger->setIfcId(2);
+    loaded = loadRecords("#1=IFCTESTPROBE();#3=IFCTESTPROBE();");
+    EXPECT_EQ(loaded.log, "Entity #1 is not loaded.\n");
+    EXPECT_EQ(loaded.ids(), "1 3");
+    EXPECT_EQ(answers, (std::vector<int>{kNotLoaded, kNotLoaded, kInvalid}));
 }
 
 // Each refers to the next, so that the first reaches them all.
