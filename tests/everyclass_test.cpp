@@ -18,6 +18,10 @@ using Generator::Plain;
 using Generator::Type;
 using OvikTest::capitals;
 
+bool isKindOf(const Entity& cls, const Entity& base) {
+    return &cls == &base || (cls.parent && isKindOf(*cls.parent, base));
+}
+
 // A pixel texture of IFC2X3 can't be read back: its list of pixels takes no element.
 bool isReadable(const Generator::Schema& schema, const Entity& cls) {
     return !cls.isAbstract && !(schema.name == "IFC2X3" && cls.name == "IfcPixelTexture");
@@ -123,7 +127,7 @@ class Builder {
 
     const Entity* findInstance(const Entity& base) const {
         for (const auto& cls : schema_.entities) {
-            if (isReadable(schema_, *cls) && cls->isKindOf(base.name) &&
+            if (isReadable(schema_, *cls) && isKindOf(*cls, base) &&
                 !inProgress_.count(cls.get())) {
                 return cls.get();
             }

@@ -15,12 +15,15 @@ constexpr const char* kReferenceDeclarations = R"(
 )";
 
 constexpr const char* kReferenceDefinitions = R"(
+
 {{schema}}::{{target}}* {{schema}}::{{class}}::get{{name}}() {
     return Schema::cast<{{target}}>({{field}}());
 }
+
 const {{schema}}::{{target}}* {{schema}}::{{class}}::get{{name}}() const {
     return Schema::cast<{{target}}>({{field}}());
 }
+
 void {{schema}}::{{class}}::set{{name}}({{target}}* value) {
     {{field}} = Schema::handleOf(value);
 {{afterSet}}
@@ -28,8 +31,12 @@ void {{schema}}::{{class}}::set{{name}}({{target}}* value) {
 )";
 
 constexpr const char* kValueAccessors = R"(
-    {{mutableType}} get{{name}}() { return {{field}}; }
-    {{constType}} get{{name}}() const { return {{field}}; }
+    {{mutableType}} get{{name}}() {
+        return {{field}};
+    }
+    {{constType}} get{{name}}() const {
+        return {{field}};
+    }
     void set{{name}}({{argumentType}} value) {
         {{field}} = value;
 {{afterSet}}
@@ -71,12 +78,15 @@ std::string declareField(const Member& member) {
     return "    " + fieldType(member.type) + " " + member.field + initial + ";\n";
 }
 
-void addFieldClass(const Type& type, NameSet& names) {
-    if (!type.isPlain() && !type.entity) names.insert(className(type));
-}
-
-void addClasses(const Type& type, NameSet& names) {
-    if (!type.isPlain()) names.insert(className(type));
+void addHeaders(const Schema& schema, const Type& type, ClassText& text) {
+    if (type.isPlain()) {
+        const std::string_view header = plainType(type.plain).header;
+        if (!header.empty()) text.declarationHeaders.emplace(header);
+        return;
+    }
+    const std::string header = headerOf(schema, className(type));
+    if (!type.entity) text.declarationHeaders.insert(header);
+    text.definitionHeaders.insert(header);
 }
 
 }  // namespace Ovik::Generator

@@ -27,10 +27,8 @@ std::string defineAccessors(const Schema& schema, const std::string& cls, const 
 /// The declaration of a field with its value in a new object.
 std::string declareField(const Member& member);
 
-/// Adds the class whose definition a field of this type needs; an entity is only referred to.
-void addFieldClass(const Type& type, NameSet& names);
-
-/// Adds the classes that the operations on a value of this type need.
-void addClasses(const Type& type, NameSet& names);
+/// Adds what a field of this type and the operations on it need. An entity is only referred to
+/// where the field is declared.
+void addHeaders(const Schema& schema, const Type& type, ClassText& text);
 
 }  // namespace Ovik::Generator

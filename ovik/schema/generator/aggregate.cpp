@@ -8,11 +8,16 @@ namespace Ovik::Generator {
 namespace {
 
 constexpr const char* kDeclaration = R"(
+/// A `{{declaredType}}`.
 class OVIK_API {{schema}}::{{class}} : public {{base}} {
  public:
 {{entityAccess}}
-    bool read(IfcInFiler& in) { return s_type.read(this, s_type, in); }
-    void write(IfcOutFiler& out) const { s_type.write(this, s_type, out); }
+    bool read(IfcInFiler& in) {
+        return s_type.read(this, s_type, in);
+    }
+    void write(IfcOutFiler& out) const {
+        s_type.write(this, s_type, out);
+    }
 {{validate}}
 
     static const Schema::AggregateType s_type;
@@ -23,8 +28,8 @@ constexpr const char* kEntityAccess = R"(
     using {{base}}::add;
     /// Appends a reference to `entity`, a null one for null.
     void add({{target}}* entity);
-    /// The entity of an element; null if it leads nowhere or to another class. The
-    /// index is not checked.
+    /// The entity of an element; null if it leads nowhere or to another class. The index is not
+    /// checked.
     {{target}}* operator[](unsigned index);
     const {{target}}* operator[](unsigned index) const;
 
@@ -39,15 +44,20 @@ constexpr const char* kValidate = R"(
 constexpr const char* kDefinition = R"(
 constinit const Schema::AggregateType {{schema}}::{{class}}::s_type =
     Schema::aggregateType<{{class}}, {{lower}}, {{upper}}>({{type}});
+{{entityAccess}}
+
 )";
 
 constexpr const char* kEntityAccessDefinition = R"(
+
 void {{schema}}::{{class}}::add({{target}}* entity) {
     add(Schema::handleOf(entity));
 }
+
 {{schema}}::{{target}}* {{schema}}::{{class}}::operator[](unsigned index) {
     return at<{{schema}}::{{target}}>(index);
 }
+
 const {{schema}}::{{target}}* {{schema}}::{{class}}::operator[](unsigned index) const {
     return at<{{schema}}::{{target}}>(index);
 }
@@ -68,6 +78,7 @@ std::string declaration(const Schema& schema, const Aggregate& aggregate) {
     return fill(kDeclaration,
                 {{"class", aggregate.name},
                  {"schema", schema.name},
+                 {"declaredType", aggregate.declaredType},
                  {"base", base},
                  {"entityAccess",
                   target ? fill(kEntityAccess, {{"base", base}, {"target", target->name}}) : ""},
@@ -76,27 +87,24 @@ std::string declaration(const Schema& schema, const Aggregate& aggregate) {
 
 std::string definition(const Schema& schema, const Aggregate& aggregate) {
     const Entity* target = aggregate.element.entity;
-    return fill(kDefinition, {{"class", aggregate.name},
-                              {"schema", schema.name},
-                              {"lower", std::to_string(aggregate.lower)},
-                              {"upper", std::to_string(aggregate.upper)},
-                              {"type", valueType(schema, aggregate.element)}}) +
-           (target ? fill(kEntityAccessDefinition, {{"class", aggregate.name},
-                                                    {"schema", schema.name},
-                                                    {"target", target->name}})
-                   : "");
+    return fill(kDefinition,
+                {{"class", aggregate.name},
+                 {"schema", schema.name},
+                 {"lower", std::to_string(aggregate.lower)},
+                 {"upper", std::to_string(aggregate.upper)},
+                 {"type", valueType(schema, aggregate.element)},
+                 {"entityAccess", target ? fill(kEntityAccessDefinition, {{"class", aggregate.name},
+                                                                          {"schema", schema.name},
+                                                                          {"target", target->name}})
+                                         : ""}});
 }
 
 }  // namespace
 
 ClassText classText(const Schema& schema, const Aggregate& aggregate) {
     ClassText text;
-    NameSet fieldClasses;
-    addFieldClass(aggregate.element, fieldClasses);
-    addClasses(aggregate.element, text.definitionHeaders);
-    text.includes = includes(schema, {"schema"}) + includes(schema, fieldClasses) +
-                    "#include \"ovik/imp/xbinary.h\"\n#include \"ovik/imp/xstring.h\"\n"
-                    "#include \"ovik/schema/common/aggregate.h\"\n";
+    text.declarationHeaders = {headerOf(schema, "schema"), "ovik/schema/common/aggregate.h"};
+    addHeaders(schema, aggregate.element, text);
     text.declaration = declaration(schema, aggregate);
     text.definition = definition(schema, aggregate);
     return text;

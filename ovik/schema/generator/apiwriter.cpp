@@ -14,7 +14,6 @@ namespace Ovik::Generator {
 namespace {
 
 constexpr const char* kHeader = R"(
-{{banner}}
 // The facade's constants for schema {{schema}}.
 #pragma once
 
@@ -38,7 +37,6 @@ namespace Ovik::IfcApi::{{space}} {
 )";
 
 constexpr const char* kSource = R"(
-{{banner}}
 // The descriptors of the facade.
 #include "ovik/api/{{lower}}.h"
 
@@ -70,7 +68,6 @@ constinit const DescTables descTables = {&{{hash}}, entities, vectors, selectors
 )";
 
 constexpr const char* kAttributesSource = R"(
-{{banner}}
 // The attributes of each class, classes before their ancestors.
 #include "ovik/api/{{lower}}.h"
 
@@ -109,18 +106,17 @@ std::vector<std::string> attributesOf(const Entity& e) {
 
 class ApiWriter {
  public:
-    ApiWriter(const Schema& schema, std::filesystem::path folder)
+    ApiWriter(const Schema& schema, const Output& output)
         : schema_(schema),
-          folder_(std::move(folder)),
+          output_(output),
           lower_(lowerCase(schema.name)),
-          space_("Ifc" + lower_.substr(3)) {
+          space_(capitalized(schema.name)) {
         for (const auto& e : schema.entities) {
             if (!e->isAbstract) concrete_.push_back(e.get());
         }
     }
 
     void run() const {
-        std::filesystem::create_directories(folder_ / "ovik" / "api");
         writeHeader();
         writeSource();
         writeAttributes();
@@ -150,7 +146,7 @@ class ApiWriter {
         return each(list, [&](const auto& item) {
             return fill(text, {{"name", item->name},
                                {"schema", schema_.name},
-                               {"hash", std::to_string(nameHash(schema_, item->name))}});
+                               {"hash", std::to_string(schema_.hash(item->name))}});
         });
     }
 
@@ -159,11 +155,10 @@ class ApiWriter {
             return fill("inline constexpr const char* {{name}} = \"{{text}}\";\n",
                         {{"name", entry.first}, {"text", entry.second}});
         };
-        writeIfChanged(
-            folder_ / "ovik" / "api" / (lower_ + ".h"),
+        output_.write(
+            "ovik/api/" + lower_ + ".h",
             fill(kHeader,
-                 {{"banner", banner(schema_)},
-                  {"schema", schema_.name},
+                 {{"schema", schema_.name},
                   {"space", space_},
                   {"entities", lines(concrete_, "extern OVIK_API EntityDesc {{name}};\n")},
                   {"selects", lines(schema_.selects, "extern OVIK_API SelectorDesc {{name}};\n")},
@@ -174,12 +169,11 @@ class ApiWriter {
 
     void writeSource() const {
         std::vector<const Entity*> byHash = concrete_;
-        std::ranges::sort(byHash, {}, [&](const Entity* e) { return nameHash(schema_, e->name); });
-        writeIfChanged(
-            folder_ / (lower_ + "_api.cpp"),
+        std::ranges::sort(byHash, {}, [&](const Entity* e) { return schema_.hash(e->name); });
+        output_.write(
+            lower_ + "_api.cpp",
             fill(kSource,
-                 {{"banner", banner(schema_)},
-                  {"lower", lower_},
+                 {{"lower", lower_},
                   {"space", space_},
                   {"hash", hashName(schema_)},
                   {"entities", lines(concrete_, "EntityDesc {{name}};\n")},
@@ -206,18 +200,17 @@ class ApiWriter {
                                               return "    " + name + ",\n";
                                           })}});
         };
-        writeIfChanged(
-            folder_ / (lower_ + "_attributes.cpp"),
+        output_.write(
+            lower_ + "_attributes.cpp",
             fill(kAttributesSource,
-                 {{"banner", banner(schema_)},
-                  {"lower", lower_},
+                 {{"lower", lower_},
                   {"space", space_},
                   {"lists", each(deepestFirst, list)},
                   {"rows", lines(deepestFirst, "    {&{{name}}, attributesOf{{name}}},\n")}}));
     }
 
     const Schema& schema_;
-    const std::filesystem::path folder_;
+    const Output& output_;
     const std::string lower_;
     const std::string space_;  // the facade's namespace
     std::vector<const Entity*> concrete_;
@@ -225,8 +218,8 @@ class ApiWriter {
 
 }  // namespace
 
-void writeApi(const Schema& schema, const std::filesystem::path& folder) {
-    ApiWriter(schema, folder).run();
+void writeApi(const Schema& schema, const Output& output) {
+    ApiWriter(schema, output).run();
 }
 
 }  // namespace Ovik::Generator

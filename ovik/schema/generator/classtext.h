@@ -11,10 +11,10 @@ namespace Ovik::Generator {
 using NameSet = std::set<std::string>;
 
 struct ClassText {
-    std::string includes;       ///< of its header
-    std::string declaration;    ///< the text of its header
-    std::string definition;     ///< its tables and operations
-    NameSet definitionHeaders;  ///< classes whose headers the definition needs
+    NameSet declarationHeaders;  ///< what the class's own header includes
+    std::string declaration;
+    NameSet definitionHeaders;  ///< what the source includes, the class's own header left out
+    std::string definition;     ///< tables and operations
 };
 
 ClassText classText(const Schema& schema, const Enumeration& enumeration);
@@ -22,7 +22,10 @@ ClassText classText(const Schema& schema, const Select& select);
 ClassText classText(const Schema& schema, const Aggregate& aggregate);
 ClassText classText(const Schema& schema, const Entity& entity);
 
-/// The lines that include the headers of these classes.
-std::string includes(const Schema& schema, const NameSet& names);
+/// `ovik/ifc4/IfcWall.h`.
+std::string headerOf(const Schema& schema, const std::string& cls);
+
+/// The lines that include these headers.
+std::string includes(const NameSet& headers);
 
 }  // namespace Ovik::Generator

@@ -4,8 +4,6 @@
 #include "classtext.h"
 #include "fill.h"
 #include "names.h"
-#include "output.h"
-#include "plaintypes.h"
 
 namespace Ovik::Generator {
 namespace {
@@ -17,8 +15,10 @@ constexpr const char* kDeclaration = R"(
 class OVIK_API {{schema}}::{{class}} : public {{parent}} {
  public:
 {{create}}
-    static constexpr RtClass* desc() { return &s_type; }
-    /// `entity` as an {{class}}, or null if it is none.
+    static constexpr RtClass* desc() {
+        return &s_type;
+    }
+    /// `entity` as one of this class, or null if it is none.
     static {{class}}* cast(IfcEntity* entity) {
         return Schema::cast<{{class}}>(entity);
     }
@@ -63,6 +63,12 @@ constexpr const char* kAttribute = R"(
 {{accessors}}
 )";
 
+constexpr const char* kHas = R"(
+    bool has{{name}}() const {
+        return {{present}};
+    }
+)";
+
 constexpr const char* kNameAccess = R"(
     Result getAttribute(const char* name, IfcVariant& value) const override;
     Result setAttribute(const char* name, const IfcVariant& value) override;
@@ -74,7 +80,7 @@ Member memberOf(const Attribute& attribute) {
 }
 
 std::string declareHas(const Attribute& attribute) {
-    return fill("    bool has{{name}}() const { return {{present}}; }\n",
+    return fill(kHas,
                 {{"name", attribute.name},
                  {"present", attribute.hasFlag() ? flagName(attribute.name)
                                                  : fieldName(attribute.name) + "() != nullptr"}});
@@ -132,6 +138,7 @@ std::string declaration(const Schema& schema, const Entity& entity) {
 constexpr const char* kDefinition = R"(
 // {{class}}
 {{descriptor}}
+
 const RtClass* {{schema}}::{{class}}::isA() const {
     return &s_type;
 }
@@ -154,15 +161,18 @@ RtClass {{schema}}::{{class}}::s_type("{{record}}", {{parent}},
 )";
 
 constexpr const char* kRootOperations = R"(
+
 EIfcSchemaId {{schema}}::{{class}}::schemaId() const {
     return e{{schema}};
 }
+
 void {{schema}}::{{class}}::write(IfcOutFiler& out) const {
     out.writeRecord(*this, [&] { writeFields(out); });
 }
 )";
 
 constexpr const char* kCreateDefinition = R"(
+
 {{schema}}::{{class}}* {{schema}}::{{class}}::create(IfcModel& model) {
     auto* entity = new {{class}};
     entity->addToModel(model);
@@ -172,6 +182,7 @@ constexpr const char* kCreateDefinition = R"(
 )";
 
 constexpr const char* kTable = R"(
+
 constinit const Schema::Attribute {{schema}}::{{class}}::s_attributes[] = {
 {{rows}}
 };
@@ -183,12 +194,14 @@ constexpr const char* kRow = R"(
 )";
 
 constexpr const char* kRead = R"(
+
 bool {{schema}}::{{class}}::read(IfcInFiler&{{in}}) {
     return {{steps}};
 }
 )";
 
 constexpr const char* kValidate = R"(
+
 int {{schema}}::{{class}}::validate(ValidationContext&{{context}}) {
 {{steps}}
     return {{last}};
@@ -196,16 +209,19 @@ int {{schema}}::{{class}}::validate(ValidationContext&{{context}}) {
 )";
 
 constexpr const char* kWriteFields = R"(
+
 void {{schema}}::{{class}}::writeFields(IfcOutFiler&{{out}}) const {
 {{steps}}
 }
 )";
 
 constexpr const char* kOwnNameAccess = R"(
+
 Result {{schema}}::{{class}}::getAttribute(const char* name, IfcVariant& value) const {
 {{getInherited}}
     return Schema::getAttribute(*this, s_attributes, {{hash}}, name, value);
 }
+
 Result {{schema}}::{{class}}::setAttribute(const char* name, const IfcVariant& value) {
 {{setInherited}}
     return Schema::setAttribute(*this, s_attributes, {{hash}}, name, value);
@@ -213,9 +229,11 @@ Result {{schema}}::{{class}}::setAttribute(const char* name, const IfcVariant& v
 )";
 
 constexpr const char* kNoNameAccess = R"(
+
 Result {{schema}}::{{class}}::getAttribute(const char* name, IfcVariant& value) const {
     return IfcEntity::getAttribute(name, value);
 }
+
 Result {{schema}}::{{class}}::setAttribute(const char* name, const IfcVariant& value) {
     return IfcEntity::setAttribute(name, value);
 }
@@ -238,18 +256,19 @@ std::string defineRootOperations(const Schema& schema, const Entity& entity) {
 }
 
 std::string defineCreate(const Schema& schema, const Entity& entity) {
-    return fill(kCreateDefinition,
-                {{"schema", schema.name},
-                 {"class", entity.name},
-                 {"makeGuid", when(entity.isKindOf("IfcRoot"),
-                                   "    makeGuid(model, entity->getGlobalId());\n")}});
+    return fill(
+        kCreateDefinition,
+        {{"schema", schema.name},
+         {"class", entity.name},
+         {"makeGuid", when(!entity.identifier().empty(),
+                           "    makeGuid(model, entity->get" + entity.identifier() + "());\n")}});
 }
 
 std::string defineTable(const Schema& schema, const Entity& entity) {
     const auto row = [&](const Attribute& a) {
         const std::string flagOffset = "offsetof(" + entity.name + ", " + flagName(a.name) + ")";
         return fill(kRow, {{"name", a.name},
-                           {"hash", std::to_string(nameHash(schema, a.name))},
+                           {"hash", std::to_string(schema.hash(a.name))},
                            {"type", valueType(schema, a.type)},
                            {"class", entity.name},
                            {"field", fieldName(a.name)},
@@ -366,37 +385,15 @@ std::string definition(const Schema& schema, const Entity& entity) {
                   })}});
 }
 
-// The headers of the plain types of its fields.
-NameSet plainHeaders(const Entity& entity) {
-    NameSet headers;
-    for (const Attribute& a : entity.attributes) {
-        if (!a.type.isPlain()) continue;
-        const std::string_view header = plainType(a.type.plain).header;
-        if (!header.empty()) headers.insert(std::string(header));
-    }
-    return headers;
-}
-
 }  // namespace
 
 ClassText classText(const Schema& schema, const Entity& entity) {
     ClassText text;
-    NameSet fieldClasses;
-    for (const Attribute& a : entity.attributes) {
-        addFieldClass(a.type, fieldClasses);
-        addClasses(a.type, text.definitionHeaders);
-    }
-    text.includes = includes(schema, {"schema"});
-    if (entity.parent) {
-        text.includes += includes(schema, {entity.parent->name});
-        text.definitionHeaders.insert(entity.parent->name);
-    }
-    text.includes += includes(schema, fieldClasses);
-    if (!entity.parent) text.includes += "#include \"ovik/imp/ifcentity.h\"\n";
-    text.includes += each(plainHeaders(entity), [](const std::string& header) {
-        return "#include \"ovik/imp/" + header + ".h\"\n";
-    });
-    text.includes += "#include \"ovik/schema/common/entity.h\"\n";
+    const std::string base =
+        entity.parent ? headerOf(schema, entity.parent->name) : "ovik/imp/ifcentity.h";
+    text.declarationHeaders = {headerOf(schema, "schema"), base, "ovik/schema/common/entity.h"};
+    text.definitionHeaders = {base};
+    for (const Attribute& attribute : entity.attributes) addHeaders(schema, attribute.type, text);
     text.declaration = declaration(schema, entity);
     text.definition = definition(schema, entity);
     return text;

@@ -2,7 +2,6 @@
 #include "classtext.h"
 #include "fill.h"
 #include "names.h"
-#include "output.h"
 
 namespace Ovik::Generator {
 namespace {
@@ -16,16 +15,24 @@ class OVIK_API {{schema}}::{{class}} : public Schema::Enumeration {
     };
 
     {{class}}(ETag tag = e{{default}}) : Enumeration(tag) {}
-    operator ETag() const { return static_cast<ETag>(tag_); }
+    operator ETag() const {
+        return static_cast<ETag>(tag_);
+    }
 
     /// The literal as it stands in a file without its dots; null for a tag outside.
-    const char* asString() const { return Schema::enumText(*this, s_type); }
+    const char* asString() const {
+        return Schema::enumText(*this, s_type);
+    }
     /// Takes the tag of a literal; false, leaving the tag, if it is none.
     bool fromString(const char* text) {
         return Schema::setEnumText(*this, s_type, text);
     }
-    bool read(IfcInFiler& in) { return Schema::readEnum(*this, s_type, in); }
-    void write(IfcOutFiler& out) const { Schema::writeEnum(*this, s_type, out); }
+    bool read(IfcInFiler& in) {
+        return Schema::readEnum(*this, s_type, in);
+    }
+    void write(IfcOutFiler& out) const {
+        Schema::writeEnum(*this, s_type, out);
+    }
 
     static const Schema::EnumType s_type;
 };
@@ -36,7 +43,8 @@ static constexpr Schema::Literal literalsOf{{class}}[] = {
 {{literals}}
 };
 constinit const Schema::EnumType {{schema}}::{{class}}::s_type = {
-    "{{class}}", &{{hash}}, literalsOf{{class}}, {{defaultTag}}, {{hasNotDefined}}};
+    "{{class}}", &{{hash}},
+    literalsOf{{class}}, {{defaultTag}}, {{hasNotDefined}}};
 
 )";
 
@@ -44,8 +52,7 @@ constinit const Schema::EnumType {{schema}}::{{class}}::s_type = {
 
 ClassText classText(const Schema& schema, const Enumeration& enumeration) {
     ClassText text;
-    text.includes =
-        includes(schema, {"schema"}) + "#include \"ovik/schema/common/enumeration.h\"\n";
+    text.declarationHeaders = {headerOf(schema, "schema"), "ovik/schema/common/enumeration.h"};
     text.declaration = fill(
         kDeclaration,
         {{"class", enumeration.name},
@@ -53,19 +60,19 @@ ClassText classText(const Schema& schema, const Enumeration& enumeration) {
          {"tags", each(enumeration.literals,
                        [](const std::string& literal) { return "        e" + literal + ",\n"; })},
          {"default", enumeration.literals[enumeration.defaultTag()]}});
-    text.definition = fill(
-        kDefinition,
-        {{"class", enumeration.name},
-         {"schema", schema.name},
-         {"hash", hashName(schema)},
-         {"literals", each(enumeration.literals,
-                           [&](const std::string& literal) {
-                               return fill("    {\"{{literal}}\", {{hash}}},\n",
-                                           {{"literal", literal},
-                                            {"hash", std::to_string(nameHash(schema, literal))}});
-                           })},
-         {"defaultTag", std::to_string(enumeration.defaultTag())},
-         {"hasNotDefined", boolean(enumeration.hasNotDefined())}});
+    text.definition =
+        fill(kDefinition,
+             {{"class", enumeration.name},
+              {"schema", schema.name},
+              {"hash", hashName(schema)},
+              {"literals", each(enumeration.literals,
+                                [&](const std::string& literal) {
+                                    return fill("    {\"{{literal}}\", {{hash}}},\n",
+                                                {{"literal", literal},
+                                                 {"hash", std::to_string(schema.hash(literal))}});
+                                })},
+              {"defaultTag", std::to_string(enumeration.defaultTag())},
+              {"hasNotDefined", boolean(enumeration.hasNotDefined())}});
     return text;
 }
 

@@ -1,6 +1,7 @@
 // ovik-schema-generator SCHEMA FOLDER SHARDS: makes the classes of a schema and the
 // facade's constants for it from its table.
-#include <cstdlib>
+#include <charconv>
+#include <cstring>
 #include <exception>
 #include <iostream>
 
@@ -8,18 +9,21 @@
 #include "writer.h"
 
 int main(int argc, char** argv) {
-    if (argc != 4) {
+    unsigned shards = 0;
+    if (argc == 4) std::from_chars(argv[3], argv[3] + std::strlen(argv[3]), shards);
+    if (shards == 0) {
         std::cerr << "usage: ovik-schema-generator SCHEMA FOLDER SHARDS\n";
         return 2;
     }
     try {
         using namespace Ovik::Generator;
         const auto schema = Schema::read(argv[1]);
-        writeSchema(*schema, argv[2], static_cast<unsigned>(std::strtoul(argv[3], nullptr, 10)));
-        writeApi(*schema, argv[2]);
+        const Output output(argv[2], *schema, shards);
+        writeSchema(*schema, output, shards);
+        writeApi(*schema, output);
         return 0;
     } catch (const std::exception& failure) {
-        std::cerr << argv[1] << ": " << failure.what() << '\n';
+        std::cerr << failure.what() << '\n';
         return 1;
     }
 }

@@ -13,6 +13,10 @@ std::string lowerCase(const std::string& name) {
     return result;
 }
 
+std::string capitalized(const std::string& name) {
+    return recordName(name.substr(0, 1)) + lowerCase(name.substr(1));
+}
+
 std::string recordName(const std::string& name) {
     std::string result = name;
     for (char& c : result) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));

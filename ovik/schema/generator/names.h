@@ -9,6 +9,9 @@ namespace Ovik::Generator {
 
 std::string lowerCase(const std::string& name);
 
+/// "Ifc4" for "IFC4".
+std::string capitalized(const std::string& name);
+
 /// "IFCWALL", the name in a file.
 std::string recordName(const std::string& name);
 

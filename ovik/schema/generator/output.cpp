@@ -1,35 +1,31 @@
-// What all generated files share.
+// Writing generated files.
 #include "output.h"
 
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
 
-#include "names.h"
-#include "ovik/schema/ifc2x3/namehash.h"
-#include "ovik/schema/ifc4/namehash.h"
-
 namespace Ovik::Generator {
 
-std::string banner(const Schema& schema) {
-    return "// Made by ovik-schema-generator from " + lowerCase(schema.name) +
-           ".schema: do not edit.\n";
-}
+Output::Output(std::filesystem::path folder, const Schema& schema, unsigned shards)
+    : folder_(std::move(folder)),
+      firstLine_("// Do not edit. Made by: ovik-schema-generator " + schema.file + " FOLDER " +
+                 std::to_string(shards) + "\n") {}
 
-unsigned nameHash(const Schema& schema, const std::string& name) {
-    return schema.name == "IFC4" ? IFC4Imp::schemaNameHash(name) : IFC2X3Imp::schemaNameHash(name);
-}
-
-void writeIfChanged(const std::filesystem::path& path, const std::string& text) {
+void Output::write(const std::filesystem::path& path, const std::string& text) const {
+    const std::filesystem::path target = folder_ / path;
+    const std::string content = firstLine_ + text;
     {
-        std::ifstream old(path, std::ios::binary);
-        std::ostringstream content;
-        content << old.rdbuf();
-        if (old && content.str() == text) return;
+        std::ifstream file(target, std::ios::binary);
+        std::ostringstream old;
+        old << file.rdbuf();
+        if (file && old.str() == content) return;
     }
-    std::ofstream out(path, std::ios::binary);
-    out << text;
-    if (!out) throw std::runtime_error("can't write " + path.string());
+    std::filesystem::create_directories(target.parent_path());
+    std::ofstream file(target, std::ios::binary);
+    file << content;
+    file.close();
+    if (!file) throw std::runtime_error(target.string() + ": can't be written");
 }
 
 }  // namespace Ovik::Generator

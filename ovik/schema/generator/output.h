@@ -1,4 +1,4 @@
-// What all generated files share.
+// The folder that the generated files go to.
 #pragma once
 
 #include <filesystem>
@@ -8,14 +8,19 @@
 
 namespace Ovik::Generator {
 
-/// The first line of a generated file.
-std::string banner(const Schema& schema);
+class Output {
+ public:
+    /// What is written to `folder` with this many shards says so in its first line.
+    Output(std::filesystem::path folder, const Schema& schema, unsigned shards);
 
-/// The name hash of the schema.
-unsigned nameHash(const Schema& schema, const std::string& name);
+    /// Writes `text`, below a first line that is the same for all, to the file `path` in the
+    /// folder. Leaves a file that would not change alone, so that what depends on it is not built
+    /// again. Throws `std::runtime_error` if it can't be written.
+    void write(const std::filesystem::path& path, const std::string& text) const;
 
-/// Leaves a file that would not change alone, so that what depends on it is not built again. Throws
-/// `std::runtime_error` if the file can't be written.
-void writeIfChanged(const std::filesystem::path& path, const std::string& text);
+ private:
+    std::filesystem::path folder_;
+    std::string firstLine_;
+};
 
 }  // namespace Ovik::Generator

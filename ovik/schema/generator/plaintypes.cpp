@@ -2,21 +2,33 @@
 #include "plaintypes.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Ovik::Generator {
+namespace {
+
+constexpr PlainType kPlainTypes[] = {
+    {"real", Plain::Real, "double", "double", "Kind::Real", "0", ""},
+    {"number", Plain::Real, "double", "double", "Kind::Real", "0", ""},
+    {"integer", Plain::Integer, "int", "int", "Kind::Integer", "0", ""},
+    {"unsigned", Plain::Unsigned, "unsigned", "unsigned_int", "Kind::Unsigned", "0", ""},
+    {"boolean", Plain::Boolean, "bool", "bool", "Kind::Boolean", "false", ""},
+    {"logical", Plain::Logical, "Logical", "Logical", "Kind::Logical", "", "ovik/imp/logical.h"},
+    {"string", Plain::String, "XString", "XString", "Kind::String", "", "ovik/imp/xstring.h"},
+    {"binary", Plain::Binary, "XBinary", "XBinary", "Kind::Binary", "", "ovik/imp/xbinary.h"},
+    {"", Plain::Guid, "Base64Guid", "Base64Guid", "Kind::Guid", "", "ovik/imp/base64guid.h"},
+};
+
+}  // namespace
 
 const PlainType& plainType(Plain plain) {
-    static constexpr PlainType table[] = {
-        {Plain::Real, "double", "Kind::Real", "0", ""},
-        {Plain::Integer, "int", "Kind::Integer", "0", ""},
-        {Plain::Unsigned, "unsigned", "Kind::Unsigned", "0", ""},
-        {Plain::Boolean, "bool", "Kind::Boolean", "false", ""},
-        {Plain::Logical, "Logical", "Kind::Logical", "", "logical"},
-        {Plain::String, "XString", "Kind::String", "", "xstring"},
-        {Plain::Binary, "XBinary", "Kind::Binary", "", "xbinary"},
-        {Plain::Guid, "Base64Guid", "Kind::Guid", "", "base64guid"},
-    };
-    return *std::ranges::find(table, plain, &PlainType::plain);
+    return *std::ranges::find(kPlainTypes, plain, &PlainType::plain);
+}
+
+const PlainType* findPlainType(std::string_view word) {
+    if (word.empty()) return nullptr;
+    const PlainType* const found = std::ranges::find(kPlainTypes, word, &PlainType::word);
+    return found == std::end(kPlainTypes) ? nullptr : found;
 }
 
 }  // namespace Ovik::Generator

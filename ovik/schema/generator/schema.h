@@ -58,6 +58,7 @@ struct Aggregate {
     unsigned lower = 0;
     unsigned upper = 0;  ///< 0 when unbounded
     Type element;
+    std::string declaredType;  ///< as in the table, for comments
 
     /// True if its elements can refer to entities, so that it has a `validate`.
     bool canRefer() const;
@@ -68,6 +69,7 @@ struct Attribute {
     std::string declaredType;  ///< as in the table, for comments
     Type type;
     bool optional = false;
+    int line = 0;  ///< of the table
 
     bool hasFlag() const { return optional && !type.entity; }
 };
@@ -80,6 +82,8 @@ struct Entity {
     /// The supertype whose attributes this class redeclares as derived, and which ones, as bits.
     const Entity* redeclared = nullptr;
     unsigned derived = 0;
+    /// The attribute of this class that identifies its entities, or empty.
+    std::string ownIdentifier;
     bool readByHand = false;
     bool validateByHand = false;
 
@@ -88,20 +92,28 @@ struct Entity {
     bool hasOperations() const { return isRoot() || !attributes.empty() || redeclared; }
     /// True if it finds attributes by name; a class without its own leaves that to its supertype.
     bool hasNameAccess() const { return isRoot() || !attributes.empty(); }
-    bool isKindOf(const std::string& ancestor) const;
+    /// The attribute of this class or of an ancestor that identifies its entities, or empty: each
+    /// new one gets an identifier.
+    const std::string& identifier() const;
 };
 
 /// A whole schema. Pointers between its parts stay valid for its life.
 struct Schema {
     std::string name;
+    std::string file;  ///< the name of the table
     std::vector<std::unique_ptr<Enumeration>> enumerations;
     std::vector<std::unique_ptr<Select>> selects;
     std::vector<std::unique_ptr<Aggregate>> aggregates;
     std::vector<std::unique_ptr<Entity>> entities;
 
-    /// Reads a table. Throws `std::runtime_error`, with the line, on anything it doesn't
-    /// understand.
+    /// Reads the table in the file `path`, or the text of one that `file` names in messages. What
+    /// it doesn't understand is never passed over: throws `std::runtime_error` with the file, the
+    /// line, and what is expected there.
     static std::unique_ptr<Schema> read(const std::filesystem::path& path);
+    static std::unique_ptr<Schema> parse(const std::string& text, const std::string& file);
+
+    /// The name hash of the schema.
+    unsigned hash(const std::string& name) const;
 };
 
 }  // namespace Ovik::Generator

@@ -3,7 +3,6 @@
 #include "classtext.h"
 #include "fill.h"
 #include "names.h"
-#include "output.h"
 
 namespace Ovik::Generator {
 namespace {
@@ -17,9 +16,15 @@ class OVIK_API {{schema}}::{{class}} : public Schema::Select {
     };
 
     {{class}}(CTag tag = e{{default}}) : Select(tag) {}
-    operator CTag() const { return choice(); }
-    CTag choice() const { return static_cast<CTag>(tag_); }
-    bool operator==(CTag tag) const { return tag_ == tag; }
+    operator CTag() const {
+        return choice();
+    }
+    CTag choice() const {
+        return static_cast<CTag>(tag_);
+    }
+    bool operator==(CTag tag) const {
+        return tag_ == tag;
+    }
     // The tags alone would be compared.
     bool operator==(const {{class}}&) const = delete;
     /// The type name of the choice; null for a tag outside the select.
@@ -34,8 +39,12 @@ class OVIK_API {{schema}}::{{class}} : public Schema::Select {
     Result setAttribute(const char* name, const IfcVariant& value) {
         return Schema::setSelect(*this, s_type, name, value);
     }
-    bool read(IfcInFiler& in) { return Schema::readSelect(*this, s_type, in); }
-    void write(IfcOutFiler& out) const { Schema::writeSelect(*this, s_type, out); }
+    bool read(IfcInFiler& in) {
+        return Schema::readSelect(*this, s_type, in);
+    }
+    void write(IfcOutFiler& out) const {
+        Schema::writeSelect(*this, s_type, out);
+    }
 {{validate}}
 
     static const Schema::SelectType s_type;
@@ -50,7 +59,9 @@ class OVIK_API {{schema}}::{{class}} : public Schema::Select {
 
 constexpr const char* kChoice = R"(
 
-    bool is{{name}}() const { return tag_ == e{{name}}; }
+    bool is{{name}}() const {
+        return tag_ == e{{name}};
+    }
 {{accessors}}
 )";
 
@@ -68,6 +79,7 @@ constinit const Schema::SelectType {{schema}}::{{class}}::s_type = {
     "{{class}}", "{{record}}", &{{hash}}, s_choices, {{handleOffset}},
     {{hasEntities}}, {{hasSelects}}, {{hasValues}}, {{isOnlyEntity}}, {{canRefer}},
     &Schema::boxSelect<{{class}}>, &Schema::unboxSelect<{{class}}>};
+
 const char* {{schema}}::{{class}}::choiceAsString() const {
     const Schema::Choice* current = Schema::currentChoice(*this, s_type);
     return current ? current->name : nullptr;
@@ -112,7 +124,7 @@ std::string definition(const Schema& schema, const Select& select) {
     const auto row = [&](const Choice& choice) {
         return fill(kRow, {{"name", choice.name},
                            {"record", recordName(choice.name)},
-                           {"hash", std::to_string(nameHash(schema, choice.name))},
+                           {"hash", std::to_string(schema.hash(choice.name))},
                            {"type", valueType(schema, choice.type)},
                            {"class", select.name},
                            {"field", memberOf(choice).field}});
@@ -140,14 +152,9 @@ std::string definition(const Schema& schema, const Select& select) {
 
 ClassText classText(const Schema& schema, const Select& select) {
     ClassText text;
-    NameSet fieldClasses;
-    for (const Choice& choice : select.choices) {
-        addFieldClass(choice.type, fieldClasses);
-        addClasses(choice.type, text.definitionHeaders);
-    }
-    text.includes = includes(schema, {"schema"}) + includes(schema, fieldClasses) +
-                    "#include \"ovik/imp/entityid.h\"\n"
-                    "#include \"ovik/schema/common/select.h\"\n";
+    text.declarationHeaders = {headerOf(schema, "schema"), "ovik/imp/entityid.h",
+                               "ovik/schema/common/select.h"};
+    for (const Choice& choice : select.choices) addHeaders(schema, choice.type, text);
     text.declaration = declaration(schema, select);
     text.definition = definition(schema, select);
     return text;

@@ -1,6 +1,8 @@
 // Puts the classes of a schema into files.
 #include "writer.h"
 
+#include <sstream>
+
 #include "classtext.h"
 #include "fill.h"
 #include "names.h"
@@ -8,16 +10,17 @@
 
 namespace Ovik::Generator {
 
-std::string includes(const Schema& schema, const NameSet& names) {
-    return each(names, [&](const std::string& name) {
-        return "#include \"ovik/" + lowerCase(schema.name) + "/" + name + ".h\"\n";
-    });
+std::string headerOf(const Schema& schema, const std::string& cls) {
+    return "ovik/" + lowerCase(schema.name) + "/" + cls + ".h";
+}
+
+std::string includes(const NameSet& headers) {
+    return each(headers, [](const std::string& header) { return "#include \"" + header + "\"\n"; });
 }
 
 namespace {
 
 constexpr const char* kHeader = R"(
-{{banner}}
 #pragma once
 
 {{includes}}
@@ -30,7 +33,6 @@ namespace Ovik {
 )";
 
 constexpr const char* kSchemaHeader = R"(
-{{banner}}
 #pragma once
 
 #include "ovik/base/export.h"
@@ -42,17 +44,17 @@ class IfcModel;
 /// The classes of the {{schema}} schema. What holds for all entity classes:
 ///
 /// - For an attribute `X` there are `getX` and `setX`, and `hasX` where it is optional: true for a
-///   reference while it leads to an entity, for all else from the first `setX` on, and then it can't
-///   be unset. A change through the reference that `getX` gives is kept, but does not make an
+///   reference while it leads to an entity, for all else from the first `setX` on, and then it
+///   can't be unset. A change through the reference that `getX` gives is kept, but does not make an
 ///   optional attribute present: `setX` does.
-/// - A reference is read as null if it leads nowhere or to an entity of another class than declared;
-///   setting one checks neither its class nor its model.
+/// - A reference is read as null if it leads nowhere or to an entity of another class than
+///   declared; setting one checks neither its class nor its model.
 /// - Entities are made by `create`, belong to their model and can't be copied.
 class OVIK_API {{schema}} {
  public:
-    /// An empty model of this schema, with one reference for the caller. With
-    /// `makeGuids` each new rooted entity gets an identifier: a random one, or with
-    /// `useTestGuid` the fixed `Base64Guid::testGuid`.
+    /// An empty model of this schema, with one reference for the caller. With `makeGuids` each new
+    /// rooted entity gets an identifier: a random one, or with `useTestGuid` the fixed
+    /// `Base64Guid::testGuid`.
     static IfcModel* createModel(bool makeGuids, bool useTestGuid);
 
     // Enumerations
@@ -72,7 +74,6 @@ class OVIK_API {{schema}} {
 )";
 
 constexpr const char* kUmbrella = R"(
-{{banner}}
 // All classes of the schema.
 #pragma once
 
@@ -80,16 +81,10 @@ constexpr const char* kUmbrella = R"(
 )";
 
 constexpr const char* kShard = R"(
-{{banner}}
 // Tables and operations of a part of the classes.
 #include <cstddef>
 
 {{includes}}
-#include "ovik/imp/outfiler.h"
-#include "ovik/imp/validation.h"
-#include "ovik/schema/common/aggregateengine.h"
-#include "ovik/schema/common/engine.h"
-#include "ovik/schema/{{lower}}/namehash.h"
 
 // The tables hold offsets of fields. The classes have single inheritance without virtual
 // bases, where offsetof is sound.
@@ -109,7 +104,6 @@ const int shard{{number}} = 0;
 )";
 
 constexpr const char* kSchemaSource = R"(
-{{banner}}
 // Making a model of the schema.
 #include "ovik/imp/modelimp.h"
 #include "ovik/{{lower}}/schema.h"
@@ -133,20 +127,44 @@ IfcModel* {{schema}}::createModel(bool makeGuids, bool useTestGuid) {
 }  // namespace Ovik
 )";
 
+constexpr std::size_t kMaxLine = 100;
+
+// Puts a member function of one statement in one line if it fits there, and the base of a class in
+// a line of its own if it doesn't fit behind the class.
+std::string layOut(const std::string& text) {
+    std::istringstream in(text);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    std::string result;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        std::string line = lines[i];
+        if (i + 2 < lines.size() && line.ends_with(" {") && lines[i + 2] == "    }") {
+            const std::string joined = line + lines[i + 1].substr(7) + " }";
+            if (joined.size() <= kMaxLine) {
+                line = joined;
+                i += 2;
+            }
+        } else if (const auto base = line.find(" : public ");
+                   base != line.npos && line.size() > kMaxLine) {
+            line.replace(base, 1, "\n    ");
+        }
+        result += line + "\n";
+    }
+    return result;
+}
+
 class Writer {
  public:
-    Writer(const Schema& schema, std::filesystem::path folder, unsigned shards)
-        : schema_(schema),
-          folder_(std::move(folder)),
-          shards_(shards),
-          lower_(lowerCase(schema.name)),
-          banner_(banner(schema)) {}
+    Writer(const Schema& schema, const Output& output, unsigned shards)
+        : schema_(schema), output_(output), shards_(shards), lower_(lowerCase(schema.name)) {}
 
     void run() const {
-        std::filesystem::create_directories(folder_ / "ovik" / lower_);
         writeSchemaHeader();
         writeUmbrella();
-        std::vector<Shard> shards(shards_);
+        const NameSet engine = {
+            "ovik/imp/outfiler.h", "ovik/imp/validation.h", "ovik/schema/" + lower_ + "/namehash.h",
+            "ovik/schema/common/aggregateengine.h", "ovik/schema/common/engine.h"};
+        std::vector<Shard> shards(shards_, {engine, ""});
         distribute(schema_.enumerations, shards);
         distribute(schema_.selects, shards);
         distribute(schema_.aggregates, shards);
@@ -163,24 +181,24 @@ class Writer {
 
     void writeSchemaHeader() const {
         const auto forward = [](const auto& item) { return "    class " + item->name + ";\n"; };
-        writeIfChanged(folder_ / "ovik" / lower_ / "schema.h",
-                       fill(kSchemaHeader, {{"banner", banner_},
-                                            {"schema", schema_.name},
-                                            {"enumerations", each(schema_.enumerations, forward)},
-                                            {"selects", each(schema_.selects, forward)},
-                                            {"aggregates", each(schema_.aggregates, forward)},
-                                            {"entities", each(schema_.entities, forward)}}));
+        output_.write("ovik/" + lower_ + "/schema.h",
+                      fill(kSchemaHeader, {{"schema", schema_.name},
+                                           {"enumerations", each(schema_.enumerations, forward)},
+                                           {"selects", each(schema_.selects, forward)},
+                                           {"aggregates", each(schema_.aggregates, forward)},
+                                           {"entities", each(schema_.entities, forward)}}));
     }
 
     void writeUmbrella() const {
-        NameSet names;
-        for (const auto& item : schema_.enumerations) names.insert(item->name);
-        for (const auto& item : schema_.selects) names.insert(item->name);
-        for (const auto& item : schema_.aggregates) names.insert(item->name);
-        for (const auto& item : schema_.entities) names.insert(item->name);
-        writeIfChanged(
-            folder_ / "ovik" / (lower_ + ".h"),
-            fill(kUmbrella, {{"banner", banner_}, {"includes", includes(schema_, names)}}));
+        NameSet headers;
+        const auto add = [&](const auto& list) {
+            for (const auto& item : list) headers.insert(headerOf(schema_, item->name));
+        };
+        add(schema_.enumerations);
+        add(schema_.selects);
+        add(schema_.aggregates);
+        add(schema_.entities);
+        output_.write("ovik/" + lower_ + ".h", fill(kUmbrella, {{"includes", includes(headers)}}));
     }
 
     // Writes the headers of these classes, and adds an equal part of them to each shard.
@@ -191,7 +209,7 @@ class Writer {
             for (std::size_t k = list.size() * i / shards.size(); k < last; ++k) {
                 const ClassText text = classText(schema_, *list[k]);
                 writeHeader(list[k]->name, text);
-                shards[i].headers.insert(list[k]->name);
+                shards[i].headers.insert(headerOf(schema_, list[k]->name));
                 shards[i].headers.insert(text.definitionHeaders.begin(),
                                          text.definitionHeaders.end());
                 shards[i].definitions += text.definition;
@@ -200,20 +218,18 @@ class Writer {
     }
 
     void writeHeader(const std::string& name, const ClassText& text) const {
-        writeIfChanged(folder_ / "ovik" / lower_ / (name + ".h"),
-                       fill(kHeader, {{"banner", banner_},
-                                      {"includes", text.includes},
-                                      {"declaration", text.declaration}}));
+        output_.write("ovik/" + lower_ + "/" + name + ".h",
+                      fill(kHeader, {{"includes", includes(text.declarationHeaders)},
+                                     {"declaration", layOut(text.declaration)}}));
     }
 
     void writeShard(unsigned number, const Shard& shard) const {
-        writeIfChanged(folder_ / (lower_ + "_" + std::to_string(number) + ".cpp"),
-                       fill(kShard, {{"banner", banner_},
-                                     {"schema", schema_.name},
-                                     {"lower", lower_},
-                                     {"number", std::to_string(number)},
-                                     {"includes", includes(schema_, shard.headers)},
-                                     {"definitions", shard.definitions}}));
+        output_.write(lower_ + "_" + std::to_string(number) + ".cpp",
+                      fill(kShard, {{"schema", schema_.name},
+                                    {"lower", lower_},
+                                    {"number", std::to_string(number)},
+                                    {"includes", includes(shard.headers)},
+                                    {"definitions", shard.definitions}}));
     }
 
     void writeSchemaSource() const {
@@ -224,27 +240,25 @@ class Writer {
             declarations += "extern const int " + name + ";\n";
             addresses.push_back("&" + name);
         }
-        writeIfChanged(folder_ / (lower_ + "_schema.cpp"),
-                       fill(kSchemaSource, {{"banner", banner_},
-                                            {"schema", schema_.name},
-                                            {"lower", lower_},
-                                            {"shards", declarations},
-                                            {"addresses", join(addresses, ", ")},
-                                            {"create", "create" + schema_.name.substr(0, 1) +
-                                                           lower_.substr(1) + "Model"}}));
+        output_.write(lower_ + "_schema.cpp",
+                      fill(kSchemaSource, {{"schema", schema_.name},
+                                           {"lower", lower_},
+                                           {"shards", declarations},
+                                           {"addresses", join(addresses, ", ")},
+                                           {"create", "create" + schema_.name.substr(0, 1) +
+                                                          lower_.substr(1) + "Model"}}));
     }
 
     const Schema& schema_;
-    const std::filesystem::path folder_;
+    const Output& output_;
     const unsigned shards_;
     const std::string lower_;
-    const std::string banner_;
 };
 
 }  // namespace
 
-void writeSchema(const Schema& schema, const std::filesystem::path& folder, unsigned shards) {
-    Writer(schema, folder, shards).run();
+void writeSchema(const Schema& schema, const Output& output, unsigned shards) {
+    Writer(schema, output, shards).run();
 }
 
 }  // namespace Ovik::Generator
