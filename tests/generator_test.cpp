@@ -104,6 +104,11 @@ constexpr BadTable kBadTables[] = {
     // Identifiers
     {"entity A;  identified by X;  X : real",
      "3: expected an attribute of this entity that is a string and not optional, found 'X'"},
+    {"entity A;  X : string;  identified by X;  identified by X", "5: this is said already"},
+    {"entity A;  X : string;  identified by X;  Y : string;  identified by Y",
+     "6: A is identified by X already"},
+    {"entity B : A;  Y : string;  identified by Y;entity A;  X : string;  identified by X",
+     "2: B is identified by X already"},
     {"entity A;  identified by X;  X : optional string",
      "3: expected an attribute of this entity that is a string and not optional, found 'X'"},
 };

@@ -299,8 +299,12 @@ struct Steps {
         std::vector<std::string> result;
         if (above) result.push_back(above->name + "::" + operation + "(" + argument + ")");
         for (const Table& table : tables) {
-            result.push_back("Schema::" + forTable + "(*this, " + table.name + ", " + argument +
-                             table.derived + ")");
+            result.push_back(
+                fill("Schema::{{operation}}(*this, {{table}}, {{argument}}{{derived}})",
+                     {{"operation", forTable},
+                      {"table", table.name},
+                      {"argument", argument},
+                      {"derived", table.derived}}));
         }
         return result;
     }

@@ -42,7 +42,7 @@ void Line::expect(std::string_view word) {
 }
 
 std::string Line::name(const std::string& what) {
-    const std::string word = peek();
+    const std::string& word = peek();
     if (word.empty() || !isCapital(word[0]) || !std::ranges::all_of(word, isNameCharacter)) {
         failExpected(what);
     }

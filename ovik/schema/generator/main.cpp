@@ -10,8 +10,8 @@
 
 int main(int argc, char** argv) {
     unsigned shards = 0;
-    if (argc == 4) std::from_chars(argv[3], argv[3] + std::strlen(argv[3]), shards);
-    if (shards == 0) {
+    const char* const last = argc == 4 ? argv[3] + std::strlen(argv[3]) : nullptr;
+    if (!last || std::from_chars(argv[3], last, shards).ptr != last || shards == 0) {
         std::cerr << "usage: ovik-schema-generator SCHEMA FOLDER SHARDS\n";
         return 2;
     }

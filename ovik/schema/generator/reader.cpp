@@ -66,7 +66,7 @@ class Reader {
         each(attributes_, &Reader::readAttribute);
         each(attributes_, &Reader::checkInherited);
         each(remarks_, &Reader::readRemark);
-        each(entities_, &Reader::checkByHand);
+        each(entities_, &Reader::checkRemarks);
         std::ranges::sort(schema_->aggregates, {}, &Aggregate::name);
         return std::move(schema_);
     }
@@ -215,13 +215,19 @@ class Reader {
     template <class T, class Name = std::identity>
     void checkName(const Line& line, const std::string& name, const std::vector<T>& others,
                    Name nameOf = {}) const {
-        for (const T& item : others) {
-            const std::string& other = std::invoke(nameOf, item);
-            if (recordName(other) == recordName(name)) line.fail(name + " is here already");
-            if (schema_->hash(other) == schema_->hash(name)) {
-                line.fail(name + " has the name hash of " + other + " and would not be found");
-            }
-        }
+        const auto sameLetters = [&](const std::string& other) {
+            return recordName(other) == recordName(name);
+        };
+        const auto clash = std::ranges::find_if(
+            others,
+            [&](const std::string& other) {
+                return sameLetters(other) || schema_->hash(other) == schema_->hash(name);
+            },
+            nameOf);
+        if (clash == others.end()) return;
+        const std::string& other = std::invoke(nameOf, *clash);
+        if (sameLetters(other)) line.fail(name + " is here already");
+        line.fail(name + " has the name hash of " + other + " and would not be found");
     }
 
     void readLiterals(Line& line, Enumeration& enumeration) {
@@ -287,6 +293,8 @@ class Reader {
         entity.attributes.push_back(std::move(attribute));
     }
 
+    // The ancestors are asked first, each with a table of its own: the same letters would be found
+    // there.
     void checkInherited(Line& line, Entity& entity) {
         line.rewind();
         for (const Entity* e = entity.parent; e; e = e->parent) {
@@ -299,6 +307,7 @@ class Reader {
     }
 
     void readRemark(Line& line, Entity& entity) {
+        if (!said_.emplace(&entity, line.rest()).second) line.fail("this is said already");
         if (line.accept("derived")) {
             readDerived(line, entity);
         } else if (line.accept("by")) {
@@ -316,9 +325,14 @@ class Reader {
         line.end();
     }
 
-    void checkByHand(Line& line, Entity& entity) {
+    void checkRemarks(Line& line, Entity& entity) {
         if ((entity.readByHand || entity.validateByHand) && !entity.hasOperations()) {
             line.fail(entity.name + " has no attributes that could be treated by hand");
+        }
+        if (!entity.ownIdentifier.empty() && entity.parent &&
+            !entity.parent->identifier().empty()) {
+            line.fail(entity.name + " is identified by " + entity.parent->identifier() +
+                      " already");
         }
     }
 
@@ -346,6 +360,9 @@ class Reader {
     void readIdentifier(Line& line, Entity& entity) {
         line.expect("identified");
         line.expect("by");
+        if (!entity.ownIdentifier.empty()) {
+            line.fail(entity.name + " is identified by " + entity.ownIdentifier + " already");
+        }
         const auto found = std::ranges::find_if(entity.attributes, [&](const Attribute& a) {
             return a.name == line.peek() && a.type.isPlain() && a.type.plain == Plain::String &&
                    !a.optional;
@@ -369,6 +386,7 @@ class Reader {
     LinesOf<Entity> entities_;
     LinesOf<Entity> attributes_;
     LinesOf<Entity> remarks_;
+    std::set<std::pair<const Entity*, std::string>> said_;  // remarks
 };
 
 }  // namespace
