@@ -70,13 +70,12 @@ int main(int argc, char** argv) {
     }
     constexpr bool kMakeGuids = true;
     constexpr bool kUseTestGuid = false;
-    IfcModel* model = IfcModel::create(Ovik::eIFC4, kMakeGuids, kUseTestGuid);
+    const Ovik::IfcModelPtr model(IfcModel::create(Ovik::eIFC4, kMakeGuids, kUseTestGuid));
     build(*model);
     Ovik::IfcHeader header;
     header.setFileName(u"building.ifc");
     const bool isWritten = model->write(std::filesystem::path(argv[1]), header);
     std::cout << model->getNumEntities() << " entities\n";
-    model->release();
     if (!isWritten) std::cerr << argv[1] << ": can't be written\n";
     return isWritten ? 0 : 1;
 }

@@ -1,5 +1,5 @@
-// follow_load FILE LOG: loads a file, prints its progress, and writes what was wrong with the file
-// to a log.
+// follow_load FILE LOG: loads a file, says how far it has got, and leaves what was wrong with the
+// file in a log.
 #include <filesystem>
 #include <iostream>
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Prints a number at each tenth of the file.
+/// Says each tenth of the file.
 class Tenths final : public Ovik::ProgressMeter {
  public:
     void start(std::uint64_t total) override {
@@ -34,13 +34,13 @@ int main(int argc, char** argv) {
     }
     Tenths meter;
     Ovik::ErrLog log(std::filesystem::path{argv[2]});
-    Ovik::IfcModel* model = Ovik::IfcModel::read(std::filesystem::path(argv[1]), &log, &meter);
-    // The log file is created with its first line.
+    const Ovik::IfcModelPtr model(
+        Ovik::IfcModel::read(std::filesystem::path(argv[1]), &log, &meter));
+    // The log's file is made at its first line.
     if (log.isInitialized()) std::cout << "what was wrong is in " << argv[2] << '\n';
     if (!model) {
         std::cerr << argv[1] << ": no model of IFC2X3 or IFC4\n";
         return 1;
     }
     std::cout << model->getNumEntities() << " entities\n";
-    model->release();
 }

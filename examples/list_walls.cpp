@@ -28,7 +28,7 @@ int main(int argc, char** argv) {
         std::cerr << "usage: list_walls FILE\n";
         return 2;
     }
-    Ovik::IfcModel* model = Ovik::IfcModel::read(std::filesystem::path(argv[1]));
+    const Ovik::IfcModelPtr model(Ovik::IfcModel::read(std::filesystem::path(argv[1])));
     if (!model) {
         std::cerr << argv[1] << ": no model of IFC2X3 or IFC4\n";
         return 1;
@@ -37,5 +37,4 @@ int main(int argc, char** argv) {
         listWalls<Ovik::IFC4>(*model);
     else
         listWalls<Ovik::IFC2X3>(*model);
-    model->release();
 }

@@ -252,7 +252,7 @@ TEST_F(Attributes, CastFollowsTheChainOfClasses) {
 
 TEST_F(Attributes, OnlyRootedEntitiesGetIdentifiersAndOnlyAsAsked) {
     const auto identifierOf = [](bool makeGuids, bool useTestGuid) -> std::string {
-        const ModelPtr model = newModel(eIFC4, makeGuids, useTestGuid);
+        const IfcModelPtr model = newModel(eIFC4, makeGuids, useTestGuid);
         IFC4::IfcPerson::create(*model);
         return IFC4::IfcBeam::create(*model)->getGlobalId().getBase64();
     };

@@ -11,7 +11,6 @@
 namespace Ovik {
 namespace {
 
-using Test::ModelPtr;
 using Test::newModel;
 
 template <class S>
@@ -60,7 +59,7 @@ class BackRefsTest : public ::testing::Test {
         return dump();
     }
 
-    ModelPtr model_ = newModel(kIsIfc4 ? eIFC4 : eIFC2X3);
+    IfcModelPtr model_ = newModel(kIsIfc4 ? eIFC4 : eIFC2X3);
     std::map<const IfcEntity*, std::string> labels_;
 };
 

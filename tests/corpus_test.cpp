@@ -182,10 +182,9 @@ class CorpusTest : public ::testing::TestWithParam<const char*> {
     /// Loads `in` and writes it to `out`. False if there is no model; an empty one has no file.
     static bool copy(const fs::path& in, const fs::path& out, Ovik::ErrLog* log = nullptr) {
         Ovik::IfcHeader header;
-        Ovik::IfcModel* model = Ovik::IfcModel::read(in, log, nullptr, nullptr, &header);
+        const Ovik::IfcModelPtr model(Ovik::IfcModel::read(in, log, nullptr, nullptr, &header));
         if (!model) return false;
         EXPECT_TRUE(model->write(out, header)) << out;
-        model->release();
         return true;
     }
 
@@ -234,7 +233,7 @@ TEST_P(ValidCorpusTest, StructureAndBackReferencesAreThoseOfTheRecords) {
     int numSkipped = 0, numLacking = 0, numMisplaced = 0;
     for (const fs::path& file : files_) {
         SCOPED_TRACE(file.filename().string());
-        Ovik::IfcModel* const model = Ovik::IfcModel::read(file);
+        const Ovik::IfcModelPtr model(Ovik::IfcModel::read(file));
         if (!model) {
             EXPECT_TRUE(opensTwice(file));
             ++numSkipped;
@@ -244,7 +243,7 @@ TEST_P(ValidCorpusTest, StructureAndBackReferencesAreThoseOfTheRecords) {
         numLacking += expected.numLacking;
         numMisplaced += expected.numMisplaced;
 
-        Ovik::IfcSpatialStructure* const structure = Ovik::IfcSpatialStructure::create(*model);
+        const Ovik::IfcStructurePtr structure(Ovik::IfcSpatialStructure::create(*model));
         const auto numberOf = [](const Ovik::IfcEntity* entity) {
             return entity ? entity->ifcId() : 0;
         };
@@ -270,7 +269,6 @@ TEST_P(ValidCorpusTest, StructureAndBackReferencesAreThoseOfTheRecords) {
             for (unsigned i = 0; i < from.numContainments(); ++i)
                 node.containments.push_back(from.containment(i)->ifcId());
         }
-        structure->release();
         EXPECT_TRUE(nodes == expected.nodes);
         EXPECT_EQ(roots, expected.roots);
         numNodes += nodes.size();
@@ -287,7 +285,6 @@ TEST_P(ValidCorpusTest, StructureAndBackReferencesAreThoseOfTheRecords) {
         }
         EXPECT_TRUE(backRefs == expected.backRefs);
         numBackRefs += backRefs.size();
-        model->release();
     }
     EXPECT_LE(numSkipped, 1);
     EXPECT_LE(numLacking, 30);

@@ -11,28 +11,28 @@
 namespace Ovik {
 namespace {
 
-std::vector<unsigned> walk(EntryTable& table) {
-    std::vector<unsigned> flags;
-    table.forEach([&](EntityEntry& entry) { flags.push_back(entry.flags); });
-    return flags;
+std::vector<std::uint32_t> walk(EntryTable& table) {
+    std::vector<std::uint32_t> records;
+    table.forEach([&](EntityEntry& entry) { records.push_back(entry.record); });
+    return records;
 }
 
 // The same operations on the table and on an ordered map.
 void expectLikeMap(const std::vector<int>& numbers) {
     EntryTable table;
-    std::map<int, unsigned> model;
-    unsigned next = 0;
+    std::map<int, std::uint32_t> model;
+    std::uint32_t next = 0;
     for (const int number : numbers) {
         EXPECT_EQ(table.find(number) != nullptr, model.contains(number)) << number;
-        if (!model.contains(number)) model[number] = table[number].flags = ++next;
-        ASSERT_EQ(table[number].flags, model[number]) << number;
+        if (!model.contains(number)) model[number] = table[number].record = ++next;
+        ASSERT_EQ(table[number].record, model[number]) << number;
     }
     EXPECT_EQ(table.size(), model.size());
-    std::vector<unsigned> expected;
-    for (const auto& [number, flags] : model) {
-        expected.push_back(flags);
+    std::vector<std::uint32_t> expected;
+    for (const auto& [number, record] : model) {
+        expected.push_back(record);
         ASSERT_NE(table.find(number), nullptr) << number;
-        EXPECT_EQ(table.find(number)->flags, flags) << number;
+        EXPECT_EQ(table.find(number)->record, record) << number;
     }
     EXPECT_EQ(walk(table), expected);
 }

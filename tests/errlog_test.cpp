@@ -43,9 +43,8 @@ TEST(ErrLog, PathsOfAnyCharactersWorkInBothForms) {
     const std::wstring stray = L"/no/such/\xD800/\u00E4";
     EXPECT_TRUE(ErrLog(stray.c_str()).log().fail());
     EXPECT_EQ(Ovik::IfcModel::read(stray.c_str()), nullptr);
-    Ovik::IfcModel* model = Ovik::IfcModel::create(Ovik::eIFC4, false, false);
+    const Ovik::IfcModelPtr model(Ovik::IfcModel::create(Ovik::eIFC4, false, false));
     EXPECT_FALSE(model->write(stray.c_str(), Ovik::IfcHeader()));
-    model->release();
     Ovik::IfcParsedStream items;
     EXPECT_THROW(items.read(stray.c_str(), nullptr, nullptr), std::string);
 }

@@ -153,7 +153,7 @@ class Builder {
 class EveryClass : public SchemaTest {
  protected:
     /// The model of these records, of which nothing may be wrong.
-    static ModelPtr load(const std::string& records) {
+    static IfcModelPtr load(const std::string& records) {
         Loaded loaded = loadRecords(records, GetParam().id);
         EXPECT_EQ(loaded.log, "");
         return std::move(loaded.model);
@@ -164,7 +164,7 @@ TEST_P(EveryClass, PassesThroughAFileUnchanged) {
     for (const bool withOptional : {true, false}) {
         Builder builder(*schema_, withOptional);
         const std::string records = builder.build();
-        const ModelPtr model = load(records);
+        const IfcModelPtr model = load(records);
         ASSERT_TRUE(model);
         EXPECT_EQ(model->getNumEntities(), builder.numRecords());
         EXPECT_EQ(recordsOf(*model), records);
@@ -174,7 +174,7 @@ TEST_P(EveryClass, PassesThroughAFileUnchanged) {
 TEST_P(EveryClass, TakesBackByNameWhatItGave) {
     for (const bool withOptional : {true, false}) {
         const std::string records = Builder(*schema_, withOptional).build();
-        const ModelPtr model = load(records);
+        const IfcModelPtr model = load(records);
         ASSERT_TRUE(model);
         std::map<std::string, const Entity*> classes;
         for (const auto& cls : schema_->entities) classes[capitals(cls->name)] = cls.get();
@@ -211,7 +211,7 @@ TEST_P(EveryClass, TakesBackByNameWhatItGave) {
 // Defaults are written for each class. Those that the reader accepts as they are come back and are
 // written the same; the others lack a reference or an element that is mandatory.
 TEST_P(EveryClass, IsCreatedWithDefaults) {
-    const ModelPtr model = newModel(GetParam().id);
+    const IfcModelPtr model = newModel(GetParam().id);
     std::size_t count = 0;
     for (const auto& cls : schema_->entities) {
         const RtClass* rt = findClass(cls->name);
@@ -231,7 +231,7 @@ TEST_P(EveryClass, IsCreatedWithDefaults) {
     EXPECT_EQ(count, GetParam().numConcrete);
     EXPECT_EQ(model->getNumEntities(), count);
 
-    const ModelPtr again = loadRecords(recordsOf(*model), GetParam().id).model;
+    const IfcModelPtr again = loadRecords(recordsOf(*model), GetParam().id).model;
     EXPECT_GT(again->getNumEntities(), count / 10);
     const std::string kept = recordsOf(*again);
     EXPECT_EQ(recordsOf(*load(kept)), kept);

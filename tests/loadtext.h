@@ -55,14 +55,9 @@ class Probe : public IfcEntity {
     static inline RtClass s_type{"IFCTESTPROBE", IfcEntity::desc(), creator, eIFC4};
 };
 
-struct Release {
-    void operator()(IfcModel* model) const { model->release(); }
-};
-using ModelPtr = std::unique_ptr<IfcModel, Release>;
-
-inline ModelPtr newModel(EIfcSchemaId schema = eIFC4, bool makeGuids = false,
-                         bool useTestGuid = false) {
-    return ModelPtr(IfcModel::create(schema, makeGuids, useTestGuid));
+inline IfcModelPtr newModel(EIfcSchemaId schema = eIFC4, bool makeGuids = false,
+                            bool useTestGuid = false) {
+    return IfcModelPtr(IfcModel::create(schema, makeGuids, useTestGuid));
 }
 
 /// Tests with an empty model at hand.
@@ -73,7 +68,7 @@ class ModelTest : public testing::Test {
     T* make() {
         return T::create(*model_);
     }
-    ModelPtr model_ = newModel();
+    IfcModelPtr model_ = newModel();
 };
 
 /// A whole file of `schema` with these records.
@@ -83,7 +78,7 @@ inline std::string fileOf(std::string_view records, EIfcSchemaId schema = eIFC4)
 
 /// What comes of a load.
 struct Loaded {
-    ModelPtr model;
+    IfcModelPtr model;
     std::string log;
 
     /// The entity with instance number `id`, as a `T`; null if the model has it not.

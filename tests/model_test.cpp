@@ -15,7 +15,7 @@ class IfcModelTest : public ModelTest {};
 
 TEST_F(IfcModelTest, IsCreatedForKnownSchemas) {
     for (const EIfcSchemaId schema : {eIFC2X3, eIFC4}) {
-        const ModelPtr model = newModel(schema);
+        const IfcModelPtr model = newModel(schema);
         ASSERT_NE(model, nullptr);
         EXPECT_EQ(model->schemaId(), schema);
         Probe* const probe = Probe::create(*model);

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
+#include <ctime>
 #include <limits>
 #include <random>
 #include <stdexcept>
@@ -21,7 +23,7 @@ class OutFiler : public ModelTest {
  protected:
     /// The arguments of one record that `write` writes.
     static std::string arguments(const std::function<void(IfcOutFiler&)>& write) {
-        const ModelPtr model = newModel();
+        const IfcModelPtr model = newModel();
         Probe::create(*model);
         Probe::onWrite = write;
         const std::string text = recordsOf(*model);
@@ -163,7 +165,7 @@ TEST_F(OutFiler, ValuesOutsideOfRecordsStandWhereTheyCome) {
 
 // References may lead to many more entities than the model has.
 TEST_F(OutFiler, NumbersWhatIsReachedInOtherModels) {
-    const ModelPtr other = newModel();
+    const IfcModelPtr other = newModel();
     auto* const line = make<IFC4::IfcPolyline>();
     std::string places, records;
     for (int i = 2; i < 1000; ++i) {
@@ -216,7 +218,7 @@ TEST_F(OutFiler, WritesTheWholeFile) {
               "FILE_NAME('n\\S\\dme','2020-01-31T12:00:00',('au'),('or'),'pp','os','az');\n"
               "FILE_SCHEMA(('IFC4'));\nENDSEC;\n\nDATA;\n#1= ();\nENDSEC;\nEND-ISO-10303-21;\n");
 
-    // A present text without characters is a time stamp too; an unset one gives the time of now.
+    // A present text without characters is a time stamp too; an unset one gives the time of now ...
     header = IfcHeader();
     header.setTimeStamp(XString(u""));
     EXPECT_TRUE(newModel(eIFC2X3)->write(file.path, header));
@@ -224,14 +226,24 @@ TEST_F(OutFiler, WritesTheWholeFile) {
                                "FILE_NAME('','',(''),(''),'','','');\n"
                                "FILE_SCHEMA(('IFC2X3'));\n"),
               std::string::npos);
-    EXPECT_TRUE(model_->write(file.path, IfcHeader()));
-    const std::string text = file.text();
-    const std::size_t at = text.find("FILE_NAME('','") + 14;
-    EXPECT_EQ(text.substr(at + 19, 5), "',(''");
-    for (const auto& [place, mark] :
-         {std::pair(4, '-'), {7, '-'}, {10, 'T'}, {13, ':'}, {16, ':'}}) {
-        EXPECT_EQ(text[at + static_cast<std::size_t>(place)], mark);
+    // ... in the zone of now.
+    const auto nowPlus = [](int hours) {
+        const std::time_t time = std::time(nullptr) + hours * 3600;
+        char text[20];
+        std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", std::gmtime(&time));
+        return std::string(text);
+    };
+    for (const int hours : {-5, 7}) {
+        ::setenv("TZ", ("ZONE" + std::to_string(-hours)).c_str(), 1);
+        const std::string before = nowPlus(hours);
+        EXPECT_TRUE(model_->write(file.path, IfcHeader()));
+        const std::string text = file.text();
+        const std::size_t at = text.find("FILE_NAME('','") + 14;
+        const std::string stamp = text.substr(at, before.size());
+        EXPECT_TRUE(before <= stamp && stamp <= nowPlus(hours)) << stamp;
+        EXPECT_EQ(text.substr(at + before.size(), 5), "',(''");
     }
+    ::unsetenv("TZ");
 
     EXPECT_FALSE(model_->write(std::filesystem::path("no/such/folder/out.ifc"), IfcHeader()));
     EXPECT_FALSE(model_->write(std::filesystem::path(), IfcHeader()));

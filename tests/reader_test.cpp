@@ -76,7 +76,7 @@ TEST_F(Reader, TellsTheMeterOfAPipe) {
     const std::string text = fileOf("#1=IFCTABLEROW($,$);");
     std::thread writer([&] { std::ofstream(pipe.path) << text; });
     Meter meter;
-    const ModelPtr model(IfcModel::read(pipe.path, nullptr, &meter));
+    const IfcModelPtr model(IfcModel::read(pipe.path, nullptr, &meter));
     writer.join();
     ASSERT_NE(model, nullptr);
     EXPECT_EQ(model->getNumEntities(), 1u);
@@ -242,7 +242,7 @@ TEST_F(Reader, LoadsWithoutALog) {
     const TempFile file(fileOf(
         "#1=IFCNONE();#2=IFCBEAMTYPE('',$,$,$,$,$,$,$,$,$);#3=IFCGRIDAXIS($,$,.T.);#4=;"
         "#5=IFCTABLEROW(1,$);#6=IFCGEOMETRICREPRESENTATIONSUBCONTEXT($,$,1,$,$,$,$,$,$,$);"));
-    const ModelPtr model(IfcModel::read(file.path));
+    const IfcModelPtr model(IfcModel::read(file.path));
     ASSERT_NE(model, nullptr);
     EXPECT_EQ(model->getNumEntities(), 1u);
 }
@@ -254,10 +254,10 @@ TEST_F(Reader, WarningsLastWithTheLog) {
         logFile;
     {
         ErrLog log(logFile.path);
-        for (int i = 0; i < 2; ++i) ModelPtr(IfcModel::read(file.path, &log));
+        for (int i = 0; i < 2; ++i) IfcModelPtr(IfcModel::read(file.path, &log));
         EXPECT_EQ(log.warnings().count(0), 1u);
         log.clearWarnings();
-        ModelPtr(IfcModel::read(file.path, &log));
+        IfcModelPtr(IfcModel::read(file.path, &log));
     }
     const std::string line = "Warning: missing enum value(s) read as default value\n";
     EXPECT_EQ(logFile.text(), line + line);
@@ -326,6 +326,20 @@ TEST_F(Reader, AReferenceIsAHandleAtOnce) {
     const Loaded loaded = loadRecords("#1=IFCTESTPROBE(#12,$,#12,#1);#2=IFCTABLEROW($,$);");
     EXPECT_TRUE(later == loaded.find(2)->id());
     EXPECT_EQ(loaded.log, "Invalid reference $0\nFailed to read object #1 of class IFCTESTPROBE\n");
+}
+
+TEST_F(Reader, AFilerOnOneItemNeedsNoMoreThanTheItem) {
+    using namespace IfcParser;
+    Probe::onRead = [](IfcInFiler& in) {
+        auto* const list = static_cast<ItemList*>(in.itemAs<ItemChoice>()->value);
+        IfcInFiler one(in, list);  // the pointer is of another type than the filer's
+        const IfcInFiler::Items* items = nullptr;
+        EXPECT_TRUE(one.readList(items, 2, 2));
+        EXPECT_EQ(items, list->items);
+        EXPECT_EQ(one.peek(), nullptr);
+        return true;
+    };
+    EXPECT_EQ(loadRecords("#1=IFCTESTPROBE(IFCLABEL((1,2)));").log, "");
 }
 
 }  // namespace

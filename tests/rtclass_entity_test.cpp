@@ -60,7 +60,7 @@ TEST(RtClass, NamesAreFoundInAnyCaseAndPerSchema) {
     for (const char* name : {"IFCTESTPROB", "IFCTESTPROBES", "IFCROOT", "", "zzz"}) {
         EXPECT_EQ(Lookup::findCreator(name, eIFC4), nullptr) << name;
     }
-    const ModelPtr model = newModel();
+    const IfcModelPtr model = newModel();
     EXPECT_EQ(IfcEntity::desc()->create(model.get()), nullptr);
     EXPECT_EQ(Probe::desc()->create(model.get())->isA(), Probe::desc());
 }
@@ -84,7 +84,7 @@ TEST(RtClass, AnyOrderOfRegistrationGivesTheSameRegistry) {
 }
 
 TEST(EntityId, HasThreeStates) {
-    const ModelPtr model = newModel();
+    const IfcModelPtr model = newModel();
     Probe* const probe = Probe::create(*model);
     IfcEntity* empty = nullptr;
     const EntityId null, unresolved(empty), resolved = probe->id();
@@ -117,7 +117,7 @@ TEST(EntityId, HasThreeStates) {
 TEST(IfcEntityPtrArray, GrowsCopiesAndRemoves) {
     using Private = IfcEntityPtrArrayTest;
     std::vector<IfcEntity*> entities;
-    const ModelPtr model = newModel();
+    const IfcModelPtr model = newModel();
     for (int i = 0; i < 9; ++i) entities.push_back(Probe::create(*model));
 
     IfcEntityPtrArray array;

@@ -17,13 +17,7 @@
 namespace Ovik {
 namespace {
 
-using Test::ModelPtr;
 using Test::newModel;
-
-struct ReleaseStructure {
-    void operator()(IfcSpatialStructure* structure) const { structure->release(); }
-};
-using StructurePtr = std::unique_ptr<IfcSpatialStructure, ReleaseStructure>;
 
 template <class S>
 class SpatialTest : public ::testing::Test {
@@ -79,7 +73,7 @@ class SpatialTest : public ::testing::Test {
     /// The roots, then each node that they lead to: its numbers of decompositions and containments,
     /// if it has any, and its children.
     std::string dump() const {
-        const StructurePtr structure(IfcSpatialStructure::create(*model_));
+        const IfcStructurePtr structure(IfcSpatialStructure::create(*model_));
         std::vector<const IfcSpNode*> nodes;
         const auto reach = [&nodes](const IfcSpNode* node) {
             if (std::find(nodes.begin(), nodes.end(), node) == nodes.end()) nodes.push_back(node);
@@ -99,7 +93,7 @@ class SpatialTest : public ::testing::Test {
         return text;
     }
 
-    ModelPtr model_;
+    IfcModelPtr model_;
     typename S::IfcProject* project_;
     typename S::IfcBuilding* building_;
     typename S::IfcBuildingStorey* storey_;
@@ -130,7 +124,7 @@ TYPED_TEST(SpatialTest, FromTheProjectDownToAWall) {
     EXPECT_EQ(this->dump(),
               "roots project; project 1+0 building; building 1+0 storey; storey 0+1 wall");
 
-    const StructurePtr structure(IfcSpatialStructure::create(*this->model_));
+    const IfcStructurePtr structure(IfcSpatialStructure::create(*this->model_));
     const IfcSpNode& project = *structure->root(0);
     const IfcSpNode& storey = *project.child(0)->child(0);
     const std::uint64_t end = this->model_->getNumEntities();
@@ -216,10 +210,10 @@ TEST(SpatialStructure, OfAnotherSchemaIsEmpty) {
         EIfcSchemaId schemaId() const override { return static_cast<EIfcSchemaId>(2); }
         void buildBackRefs() override {}
     };
-    const ModelPtr model(new OtherModel);
+    const IfcModelPtr model(new OtherModel);
     auto* const relation = IFC4::IfcRelAggregates::create(*model);
     relation->setRelatingObject(IFC4::IfcProject::create(*model));
-    const StructurePtr structure(IfcSpatialStructure::create(*model));
+    const IfcStructurePtr structure(IfcSpatialStructure::create(*model));
     EXPECT_EQ(structure->numRoots(), 0u);
 }
 

@@ -25,11 +25,10 @@ bool knows(const std::string& schema) {
     std::ostringstream messages;
     {
         Ovik::ErrLog log(logFile.path);
-        Ovik::IfcModel* model = Ovik::IfcModel::read(file.path, &log);
+        const Ovik::IfcModelPtr model(Ovik::IfcModel::read(file.path, &log));
         if (!model) return false;
         for (std::uint64_t i = 0; i < model->getNumEntities(); ++i)
             messages << model->get(i)->isA()->className() << '\n';
-        model->release();
     }
     const std::string all = messages.str() + logFile.text();
     return all.find("IFCCARTESIANPOINT\nIFCVERTEXPOINT\n") == 0 &&

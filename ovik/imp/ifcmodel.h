@@ -30,7 +30,8 @@ struct IfcReadOptions {
 /// A sequence of entities of one schema, and the owner of them and of the slots that their handles
 /// lead to. Entities are found by position, by following references, or by a walk with `isKindOf`;
 /// none is ever taken out. Counted by reference: who gets a model from `create` or `read` owns one
-/// reference and gives it back with `release`. One thread at a time; the count is plain.
+/// reference and gives it back with `release`, or leaves that to an `IfcModelPtr`. One thread at a
+/// time; the count is plain.
 class OVIK_API IfcModel {
  public:
     IfcModel(const IfcModel&) = delete;  // entities can't be copied, and handles lead to one model
@@ -69,10 +70,15 @@ class OVIK_API IfcModel {
 
     /// A new model from a STEP physical file, with one reference for the caller. Null if the file
     /// can't be opened, ends or breaks in its header, or has another schema than IFC2X3 and IFC4;
-    /// only the last two are logged. Whatever else is wrong costs no more than the records it
-    /// stands in, each with a line in `log`. The entities are in ascending order of their instance
-    /// numbers. All arguments but `path` may be null: no log, no progress, lenient, header not
-    /// wanted. Two files must not be read at the same time in a process.
+    /// only the last two are logged. Whatever else is wrong costs the records it stands in, those
+    /// that can't be without them, and so on: a record goes if an attribute can't be read, or if a
+    /// mandatory reference leads nowhere, to a wrong class or to a record that goes. What goes has
+    /// lines in `log`. An apostrophe that is missing makes a string of what follows, up to the next
+    /// one. The entities are in ascending order of their instance numbers. All arguments but `path`
+    /// may be null: no log, no progress, lenient, header not wanted. Two files must not be read at
+    /// the same time in a process.
+    /// A stream that breaks while it is read, by an error of the device, ends the process with a
+    /// line on standard error and status 2, and so does memory that runs out for a single token.
     /// A wide path is encoded as UTF-8 where paths are bytes; the same holds for `write`.
     static IfcModel* read(const wchar_t* path, ErrLog* log = nullptr,
                           ProgressMeter* meter = nullptr, const IfcReadOptions* options = nullptr,
@@ -94,5 +100,12 @@ class OVIK_API IfcModel {
 
     std::unique_ptr<ModelImp> imp_;
 };
+
+/// Gives a model's reference back.
+struct ReleaseModel {
+    void operator()(IfcModel* model) const { model->release(); }
+};
+/// Owns one reference to a model: `IfcModelPtr model(IfcModel::read(path));`
+using IfcModelPtr = std::unique_ptr<IfcModel, ReleaseModel>;
 
 }  // namespace Ovik

@@ -1,17 +1,16 @@
 // The cursor through which an entity reads its attributes from the parsed items of its record.
 #pragma once
 
+#include <cstdint>
 #include <exception>
-#include <iosfwd>
 #include <vector>
 
 #include "ovik/base/export.h"
+#include "ovik/imp/loadcontext.h"
 #include "ovik/parser/items.h"
 
 namespace Ovik {
 
-class EntityId;
-class IfcReader;
 class Logical;
 class XString;
 
@@ -20,27 +19,35 @@ class XString;
 class OVIK_API SelectorNeedSecondPassRead : public std::exception {};
 
 /// Reads one list of parsed items in order. The operations return true on success; on failure they
-/// have written their report to the log of the load, unless said otherwise, and the cursor stays.
-/// One thread, within one load.
+/// have reported it, unless said otherwise, and the cursor stays. A report is a line in the log of
+/// the load; an exact load writes none, it takes the cause for the line that it writes if the value
+/// is not kept, see `lost`. One thread, within one load.
 class OVIK_API IfcInFiler {
  public:
     using Items = std::vector<IfcParser::ItemBase*>;
 
     /// A filer on `items`, null for an empty list, at the first.
-    IfcInFiler(IfcReader& reader, const Items* items, std::wostream& log)
-        : reader_(&reader), log_(&log) {
-        reset(items);
-    }
+    IfcInFiler(LoadContext& load, const Items* items) : load_(&load) { reset(items); }
 
-    /// A filer on another list of the same load, at its first item.
+    /// A filer on a list that `readList` of `outer` has given, at its first item. `outer` must
+    /// outlive it.
     IfcInFiler(const IfcInFiler& outer, const Items* items)
-        : reader_(outer.reader_), log_(outer.log_) {
+        : load_(outer.load_), outer_(&outer), outerIndex_(outer.cursor_ - 1) {
         reset(items);
     }
 
-    /// A filer of the same load on one item alone, which must outlive it.
-    IfcInFiler(const IfcInFiler& outer, IfcParser::ItemBase* const& item)
-        : reader_(outer.reader_), log_(outer.log_), items_(&item), size_(1) {}
+    /// A filer on `item` alone, which is the value of the typed item where `outer` stands. Both
+    /// must outlive it.
+    IfcInFiler(const IfcInFiler& outer, IfcParser::ItemBase* item)
+        : load_(outer.load_),
+          outer_(&outer),
+          outerIndex_(outer.cursor_),
+          single_(item),
+          items_(&single_),
+          size_(1) {}
+
+    IfcInFiler(const IfcInFiler&) = delete;  // it may lead into itself
+    IfcInFiler& operator=(const IfcInFiler&) = delete;
 
     /// Puts the filer on `items`, at the first.
     void reset(const Items* items) {
@@ -54,11 +61,31 @@ class OVIK_API IfcInFiler {
     void advance() { ++cursor_; }
 
     /// True unless the load was asked to be strict.
-    bool lenient() const;
+    bool lenient() const { return load_->lenient; }
     /// True if the load was asked to keep values letter for letter, see `IfcReadOptions::exact`.
-    bool exact() const;
+    bool exact() const { return load_->exact; }
     /// True while records are read for the second time.
-    bool secondPass() const;
+    bool secondPass() const { return load_->secondPass; }
+
+    /// Names the attribute that is read from now on, for the losses; `position` orders those of an
+    /// entity. Drops the cause that has been noted.
+    void setAttribute(const char* name, std::uint32_t position) {
+        load_->setAttribute(name, position);
+    }
+    /// Notes why the value at hand can't be kept; the first cause counts. The text is not copied:
+    /// a literal. Always false.
+    bool fail(const char* cause) {
+        if (!load_->cause) load_->cause = cause;
+        return false;
+    }
+    /// Drops the cause that has been noted: the value could be kept after all.
+    void clearCause() { load_->cause = nullptr; }
+    /// The value where the filer stands is not kept: the attribute, or for a filer on a list the
+    /// element at the cursor. The cause is the one noted, else `cause`. It goes to the log of an
+    /// exact load and to the report.
+    void lost(const char* cause);
+    /// In place of the value where the filer stands, which is missing, the model has a default.
+    void substituted(const char* cause);
 
     /// The item at the cursor; null, without a report, past the end.
     const IfcParser::ItemBase* peek() const { return cursor_ < size_ ? items_[cursor_] : nullptr; }
@@ -120,8 +147,13 @@ class OVIK_API IfcInFiler {
     void warnDerivedIgnored();
 
  private:
-    IfcReader* reader_;
-    std::wostream* log_;
+    /// Of the item at `index` here.
+    LossPlace placeOf(unsigned index) const;
+
+    LoadContext* load_;
+    const IfcInFiler* outer_ = nullptr;
+    unsigned outerIndex_ = 0;                // of this list, or item, in the outer one
+    IfcParser::ItemBase* single_ = nullptr;  // of a filer on one item
     IfcParser::ItemBase* const* items_ = nullptr;
     unsigned size_ = 0;
     unsigned cursor_ = 0;

@@ -2,6 +2,8 @@
 // products stand in which spatial element.
 #pragma once
 
+#include <memory>
+
 #include "ovik/base/export.h"
 
 namespace Ovik {
@@ -44,7 +46,7 @@ class OVIK_API IfcSpNode {
 /// is a graph and not always a tree: a node may have several parents, and a walk must be ready for
 /// cycles. A cycle that no root leads to can't be reached.
 /// The caller keeps the model alive as long as it uses the structure. Counted by reference with a
-/// plain count: the structure belongs to one thread at a time, beside reads.
+/// plain count, see `IfcStructurePtr`: the structure belongs to one thread at a time, beside reads.
 class OVIK_API IfcSpatialStructure {
  public:
     IfcSpatialStructure(const IfcSpatialStructure&) = delete;  // it owns its nodes
@@ -70,5 +72,12 @@ class OVIK_API IfcSpatialStructure {
     virtual unsigned numRoots() const = 0;
     virtual IfcSpNode* root(unsigned index) const = 0;
 };
+
+/// Gives a structure's reference back.
+struct ReleaseStructure {
+    void operator()(IfcSpatialStructure* structure) const { structure->release(); }
+};
+/// Owns one reference to a structure: `IfcStructurePtr tree(IfcSpatialStructure::create(model));`
+using IfcStructurePtr = std::unique_ptr<IfcSpatialStructure, ReleaseStructure>;
 
 }  // namespace Ovik

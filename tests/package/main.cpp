@@ -6,14 +6,14 @@
 int main() {
     using Ovik::IFC4;
     using Ovik::IfcModel;
+    using Ovik::IfcModelPtr;
     const std::filesystem::path file = "wall.ifc";
 
-    IfcModel* model = IfcModel::create(Ovik::eIFC4, true, false);
+    IfcModelPtr model(IfcModel::create(Ovik::eIFC4, true, false));
     IFC4::IfcWall::create(*model)->setName(u"Garden wall");
     model->write(file, Ovik::IfcHeader());
-    model->release();
 
-    model = IfcModel::read(file);
+    model.reset(IfcModel::read(file));
     if (!model) return 1;
     for (std::uint64_t i = 0; i < model->getNumEntities(); ++i) {
         Ovik::IfcEntity* entity = model->get(i);
@@ -23,5 +23,4 @@ int main() {
                       << Ovik::toUtf8(wall->getName()) << ", "
                       << Ovik::toUtf8(wall->getDescription()) << '\n';
     }
-    model->release();
 }

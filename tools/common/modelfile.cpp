@@ -32,14 +32,16 @@ bool isComplete(const fs::path& file) {
 
 }  // namespace
 
-ModelPtr loadModel(const fs::path& file, Ovik::IfcHeader& header, const LoadSettings& settings) {
+Ovik::IfcModelPtr loadModel(const fs::path& file, Ovik::IfcHeader& header,
+                            const LoadSettings& settings) {
     if (const std::string cause = whyUnreadable(file); !cause.empty()) {
         complain(file, cause);
         return nullptr;
     }
     Ovik::IfcReadOptions options;
     options.lenient = !settings.strict;
-    ModelPtr model(Ovik::IfcModel::read(file, settings.log, settings.meter, &options, &header));
+    Ovik::IfcModelPtr model(
+        Ovik::IfcModel::read(file, settings.log, settings.meter, &options, &header));
     if (!model) complain(file, whyNoModel(file));
     return model;
 }

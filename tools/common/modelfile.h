@@ -1,42 +1,34 @@
-// What the programs share: loading and writing model files, with an error message when it fails,
-// and the overview of a model.
+// What the programs share: model files loaded and written with an answer a person can use when it
+// goes wrong, and the overview of a model.
 #pragma once
 
 #include <filesystem>
 #include <iosfwd>
-#include <memory>
 
 #include "common/faults.h"
 #include "ovik/ovik.h"
 
 namespace tools {
 
-struct ReleaseModel {
-    void operator()(Ovik::IfcModel* model) const { model->release(); }
-};
-/// Owns one reference to a model.
-using ModelPtr = std::unique_ptr<Ovik::IfcModel, ReleaseModel>;
-
-/// The options of `loadModel`.
+/// What `loadModel` is told beside the path. All may be left out.
 struct LoadSettings {
     Ovik::ErrLog* log = nullptr;
     Ovik::ProgressMeter* meter = nullptr;
     bool strict = false;
 };
 
-/// The model in `file` and, in `header`, its header; null after an error message.
-ModelPtr loadModel(const std::filesystem::path& file, Ovik::IfcHeader& header,
-                   const LoadSettings& settings = {});
+/// The model in `file` and, in `header`, its header; null after a complaint.
+Ovik::IfcModelPtr loadModel(const std::filesystem::path& file, Ovik::IfcHeader& header,
+                            const LoadSettings& settings = {});
 
-/// Reads the items of `file`, for a comparison; `log` may be null. False after an error
-/// message.
+/// Reads the items of `file`, for a comparison; `log` may be null. False after a complaint.
 bool readItems(const std::filesystem::path& file, Ovik::IfcParsedStream& items, Ovik::ErrLog* log);
 
-/// Writes `model` to `file`. False after an error message.
+/// Writes `model` to `file`. False after a complaint.
 bool writeModel(const Ovik::IfcModel& model, const Ovik::IfcHeader& header,
                 const std::filesystem::path& file);
 
-/// Writes `text` to `file`, unchanged. False after an error message.
+/// Writes `text` as it stands to `file`. False after a complaint.
 bool writeText(const std::string& text, const std::filesystem::path& file);
 
 /// The overview of a model: schema, header, number of entities, classes by count. UTF-8.

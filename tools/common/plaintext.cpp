@@ -1,4 +1,4 @@
-// Text of a file made safe to show.
+// Text of a file for a person's eyes.
 #include "common/plaintext.h"
 
 #include <cstddef>

@@ -166,9 +166,9 @@ void fill(IfcModel& model) {
 
 }  // namespace
 
-tools::ModelPtr makeBuilding(Ovik::EIfcSchemaId schema) {
+Ovik::IfcModelPtr makeBuilding(Ovik::EIfcSchemaId schema) {
     constexpr bool kMakeGuids = true;
-    tools::ModelPtr model(IfcModel::create(schema, kMakeGuids, false));
+    Ovik::IfcModelPtr model(IfcModel::create(schema, kMakeGuids, false));
     schema == Ovik::eIFC4 ? fill<Ovik::IFC4>(*model) : fill<Ovik::IFC2X3>(*model);
     return model;
 }

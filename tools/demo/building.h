@@ -6,7 +6,7 @@
 namespace demo {
 
 /// A project with its units, a site, a building, a storey and four walls with a property set.
-tools::ModelPtr makeBuilding(Ovik::EIfcSchemaId schema);
+Ovik::IfcModelPtr makeBuilding(Ovik::EIfcSchemaId schema);
 
 /// The first wall of a model, or null.
 Ovik::IfcEntity* findWall(const Ovik::IfcModel& model);

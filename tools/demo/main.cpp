@@ -1,6 +1,6 @@
 // The demo: a model goes through the library and back, with each step named and timed.
 //   demo FOLDER        makes a small building in both schemas; its files go to FOLDER
-//   demo FOLDER FILE   loads FILE, writes it, loads that and compares
+//   demo FOLDER FILE   takes FILE through
 #include <chrono>
 #include <iomanip>
 #include <iostream>
@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Runs a step and prints how long it took.
+/// Runs a step and says how long it took.
 template <class Step>
 auto timed(const std::string& what, Step&& step) {
     const auto begin = std::chrono::steady_clock::now();
@@ -29,7 +29,7 @@ bool write(const Ovik::IfcModel& model, const Ovik::IfcHeader& header, const fs:
                  [&] { return tools::writeModel(model, header, file); });
 }
 
-tools::ModelPtr load(const fs::path& file, Ovik::IfcHeader& header) {
+Ovik::IfcModelPtr load(const fs::path& file, Ovik::IfcHeader& header) {
     return timed("load " + file.filename().string(),
                  [&] { return tools::loadModel(file, header); });
 }
@@ -62,14 +62,14 @@ bool runBuilding(Ovik::EIfcSchemaId schema, const fs::path& folder) {
     const fs::path again = folder / (name + "-again.ifc");
     std::cout << "--- a small building in " << name << '\n';
 
-    const tools::ModelPtr model =
+    const Ovik::IfcModelPtr model =
         timed("make it with the typed classes", [&] { return demo::makeBuilding(schema); });
     Ovik::IfcHeader header;
     header.setFileName(u"demo.ifc");
     header.setOriginatingSystem(u"Ovik demo");
     if (!write(*model, header, made)) return false;
 
-    const tools::ModelPtr loaded = load(made, header);
+    const Ovik::IfcModelPtr loaded = load(made, header);
     Ovik::IfcEntity* wall = loaded ? demo::findWall(*loaded) : nullptr;
     if (!wall || loaded->getNumEntities() != model->getNumEntities()) {
         std::cout << "what was written did not come back whole\n";
@@ -83,7 +83,7 @@ bool runBuilding(Ovik::EIfcSchemaId schema, const fs::path& folder) {
               << "\", and it has a description, by name\n";
     if (!write(*loaded, header, changed)) return false;
 
-    const tools::ModelPtr last = load(changed, header);
+    const Ovik::IfcModelPtr last = load(changed, header);
     if (!last || !write(*last, header, again)) return false;
     return compare(changed, again);
 }
@@ -94,17 +94,17 @@ bool runFile(const fs::path& file, const fs::path& folder) {
     const fs::path copy = folder / (stem + "-copy.ifc");
     const fs::path again = folder / (stem + "-copy-of-copy.ifc");
     for (const fs::path& output : {copy, again}) {
-        std::error_code error;  // usually there is no output yet
+        std::error_code error;  // no output is there yet, as a rule
         if (!fs::equivalent(file, output, error)) continue;
         tools::complain(output, "is the input itself");
         return false;
     }
     Ovik::IfcHeader header;
-    const tools::ModelPtr model = load(file, header);
+    const Ovik::IfcModelPtr model = load(file, header);
     if (!model) return false;
     tools::printInfo(std::cout, *model, header);
     if (!write(*model, header, copy)) return false;
-    const tools::ModelPtr loaded = load(copy, header);
+    const Ovik::IfcModelPtr loaded = load(copy, header);
     if (!loaded || !write(*loaded, header, again)) return false;
     return compare(copy, again);
 }

@@ -60,7 +60,7 @@ struct Command {
     int (*run)(const Arguments&);
 };
 
-/// A progress bar on standard error, redrawn when it has grown by a percent.
+/// A bar of the part that is done, redrawn on standard error when it has grown by a percent.
 class ProgressBar final : public Ovik::ProgressMeter {
  public:
     void start(std::uint64_t total) override {
@@ -102,10 +102,11 @@ int copy(const Arguments& arguments) {
     std::optional<Ovik::ErrLog> log = makeLog(arguments);
     ProgressBar bar;
     Ovik::IfcHeader header;
-    const tools::ModelPtr model = tools::loadModel(in, header,
-                                                   {.log = log ? &*log : nullptr,
-                                                    .meter = isatty(STDERR_FILENO) ? &bar : nullptr,
-                                                    .strict = arguments.strict});
+    const Ovik::IfcModelPtr model =
+        tools::loadModel(in, header,
+                         {.log = log ? &*log : nullptr,
+                          .meter = isatty(STDERR_FILENO) ? &bar : nullptr,
+                          .strict = arguments.strict});
     checkLog(log);
     if (!model) return 1;
     if (!tools::writeModel(*model, header, out)) return 2;
@@ -135,7 +136,7 @@ int compare(const Arguments& arguments) {
 
 int info(const Arguments& arguments) {
     Ovik::IfcHeader header;
-    const tools::ModelPtr model = tools::loadModel(arguments.files[0], header);
+    const Ovik::IfcModelPtr model = tools::loadModel(arguments.files[0], header);
     if (!model) return 1;
     tools::printInfo(std::cout, *model, header);
     return 0;
@@ -144,7 +145,7 @@ int info(const Arguments& arguments) {
 int tree(const Arguments& arguments) {
     const std::string& file = arguments.files[0];
     Ovik::IfcHeader header;
-    const tools::ModelPtr model = tools::loadModel(file, header);
+    const Ovik::IfcModelPtr model = tools::loadModel(file, header);
     if (!model) return 1;
     const tools::Tree tree(*model);
     if (tree.numLeftOut())
@@ -235,8 +236,8 @@ bool parseNumber(std::string_view text, std::int64_t& value) {
     return error == std::errc() && stop == end && value > 0;
 }
 
-/// Sorts the words behind the subcommand into files, numbers and options, in any order. Returns
-/// what is wrong with them, or an empty text.
+/// Sorts the words behind the subcommand into files, numbers and options, in any order. Gives what
+/// is wrong with them, or an empty text.
 std::string parseArguments(const Command& command, const std::vector<std::string>& words,
                            Arguments& arguments) {
     for (auto word = words.begin(); word != words.end(); ++word) {

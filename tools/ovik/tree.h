@@ -42,7 +42,7 @@ class Tree {
     void addRows(const Ovik::IfcSpNode& root);
     void countLeftOut(const Ovik::IfcModel& model);
 
-    std::unique_ptr<Ovik::IfcSpatialStructure, void (*)(Ovik::IfcSpatialStructure*)> structure_;
+    Ovik::IfcStructurePtr structure_;
     /// The objects that have rows: true while the walk is below them.
     std::unordered_map<const Ovik::IfcSpNode*, bool> seen_;
     std::vector<Row> rows_;

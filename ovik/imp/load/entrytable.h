@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <vector>
 
@@ -13,13 +14,22 @@ class IfcEntity;
 
 /// What is known of one instance number.
 struct EntityEntry {
-    static constexpr unsigned kVisiting = 0x80000000;  ///< being judged
-    static constexpr unsigned kDone = 0x40000000;      ///< judged, or failed in reading
-    static constexpr unsigned kCode = 0x3FFFFFFF;      ///< the validation code
-
     IfcEntity** slot = nullptr;  ///< where handles of this number lead to; null until one is asked
-    unsigned flags = 0;
-    bool named = false;  ///< kept by the table
+    std::uint32_t record = 0;    ///< the place of the record in the file, if losses are collected
+    bool named = false;          ///< kept by the table
+
+    bool hasEntity() const { return slot && *slot; }
+
+    // Validation visits an entity once; one that can't be read is never visited.
+    bool isVisiting() const { return state_ == State::Visiting; }
+    bool isDone() const { return state_ == State::Invalid || state_ == State::Valid; }
+    bool isValid() const { return state_ == State::Valid; }
+    void setVisiting() { state_ = State::Visiting; }
+    void setDone(bool valid) { state_ = valid ? State::Valid : State::Invalid; }
+
+ private:
+    enum class State : std::uint8_t { New, Visiting, Invalid, Valid };
+    State state_ = State::New;
 };
 
 /// Entries by instance number. Files number densely, so nearly all entries stand in one array; what

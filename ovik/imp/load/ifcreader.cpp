@@ -21,23 +21,6 @@ using IfcParser::PooledName;
 
 namespace {
 
-// One reference to a list of items, given back at the end of the scope.
-class ListHolder {
- public:
-    explicit ListHolder(ItemList* list) : list_(list) {}
-    ~ListHolder() {
-        if (list_) list_->release();
-    }
-    ListHolder(const ListHolder&) = delete;
-    ListHolder& operator=(const ListHolder&) = delete;
-
-    const IfcInFiler::Items* items() const { return list_->items; }
-    ItemList* take() { return std::exchange(list_, nullptr); }
-
- private:
-    ItemList* list_;
-};
-
 // A variable set for the length of a scope.
 class Setting {
  public:
@@ -61,13 +44,8 @@ IfcReader::IfcReader(std::istream& stream, ErrLog* log, ProgressMeter* meter,
       stream_(stream),
       log_(log),
       header_(header),
-      lenient_(!options || options->lenient),
-      exact_(options && options->exact),
-      filer_(*this, nullptr, messages_) {
-    messages_.imbue(std::locale::classic());
-    // Nobody reads them without a log, and a bad file makes many.
-    if (!log_) messages_.setstate(std::ios::badbit);
-}
+      load_(log, options, false),
+      filer_(load_, nullptr) {}
 
 IfcReader::~IfcReader() {
     dropModel();
@@ -76,15 +54,15 @@ IfcReader::~IfcReader() {
 IfcModel* IfcReader::load() {
     if (IfcParser::parseStream(stream_, log_, this)) {
         if (!pending_.empty()) runSecondPass();
-        const unsigned numValid = ValidationContextImp(messages_, entries_).run();
+        const unsigned numValid = ValidationContextImp(load_).run();
         if (numValid > 0) moveToModel(numValid);
         clearTable();
     } else {
         dropModel();
     }
-    if (log_ && !messages_.view().empty()) log_->log() << messages_.view();
+    load_.writeLog();
     if (model_) model_->imp()->addToPool = true;
-    return std::exchange(model_, nullptr);
+    return model_.release();
 }
 
 bool IfcReader::setHeader(ParsedHeader*& parsed) {
@@ -102,8 +80,9 @@ bool IfcReader::setHeader(ParsedHeader*& parsed) {
     } else {
         return false;
     }
-    model_ = IfcModel::create(schema_, false, false);
-    model_->imp()->addToPool = false;
+    model_.reset(IfcModel::create(schema_, false, false));
+    load_.model = model_->imp();
+    load_.model->addToPool = false;
     if (header_) fillHeader(*parsed);
     delete std::exchange(parsed, nullptr);
     return true;
@@ -152,39 +131,40 @@ bool IfcReader::readStrings(XString& value) {
     return true;
 }
 
-void IfcReader::addData(int id, PooledName* name, ItemList* items, double position) {
-    ListHolder list(items);
-    OutputPrgMeter::addData(id, name, items, position);
+void IfcReader::addData(int id, PooledName* name, ItemList* list, double position) {
+    Ref<ItemList> items(list);
+    OutputPrgMeter::addData(id, name, list, position);
 
-    EntityEntry& entry = entries_[id];
-    if (entry.slot && *entry.slot) {
-        messages_ << L"Duplicate data with id #" << id << L'\n';
+    EntityEntry& entry = load_.entries[id];
+    if (entry.hasEntity()) {
+        load_.log << L"Duplicate data with id #" << id << L'\n';
         return;
     }
     const RtClass* const cls = findClass(name);
     if (!cls) {
-        messages_ << L"Error: invalid class name in #" << id << L'\n';
+        load_.log << L"Error: invalid class name in #" << id << L'\n';
         return;
     }
+    ModelImp& model = *load_.model;
     IfcEntity* entity = nullptr;
     {
         // A number that has been referred to has its slot already.
-        const Setting assigning(model_->imp()->assignIds, !entry.slot);
-        entity = cls->create(model_);
+        const Setting assigning(model.assignIds, !entry.slot);
+        entity = cls->create(model_.get());
     }
     if (!entity) {
-        messages_ << L"Error: failed to create class " << cls->className() << L'\n';
+        load_.log << L"Error: failed to create class " << cls->className() << L'\n';
         return;
     }
     if (entry.slot) {
         *entry.slot = entity;
         entity->setId(EntityId(*entry.slot));
     } else {
-        model_->imp()->assignId(*entity);
+        model.assignId(*entity);
         entry.slot = entity->id().slot();
     }
     entity->setIfcId(id);
-    readEntity(*entity, list.take());
+    readEntity(*entity, std::move(items));
 }
 
 const RtClass* IfcReader::findClass(PooledName* name) {
@@ -197,70 +177,54 @@ const RtClass* IfcReader::findClass(PooledName* name) {
     return lastClass_;
 }
 
-// Takes over the reference to `items`.
-void IfcReader::readEntity(IfcEntity& entity, ItemList* items) {
-    ListHolder list(items);
-    filer_.reset(list.items());
+void IfcReader::readEntity(IfcEntity& entity, Ref<ItemList> items) {
+    filer_.reset(items->items);
     bool isRead = false;
     try {
         isRead = entity.read(filer_);
     } catch (const SelectorNeedSecondPassRead&) {
-        pending_.emplace_back(&entity, nullptr);
-        pending_.back().second = list.take();
+        pending_.push_back({&entity, std::move(items)});
         return;
     }
     if (isRead) return;
-    entries_[entity.ifcId()].flags = EntityEntry::kDone | kInvalid;
-    messages_ << L"Failed to read object #" << entity.ifcId() << L" of class "
+    load_.entries[entity.ifcId()].setDone(false);
+    load_.log << L"Failed to read object #" << entity.ifcId() << L" of class "
               << entity.isA()->className() << L'\n';
 }
 
 void IfcReader::runSecondPass() {
-    const Setting second(secondPass_, true);
+    load_.secondPass = true;
     const std::size_t count = pending_.size();
     for (std::size_t i = 0; i < count; ++i) {
-        // A list that is null has been taken.
-        readEntity(*pending_[i].first, std::exchange(pending_[i].second, nullptr));
+        readEntity(*pending_[i].entity, std::move(pending_[i].items));
     }
-}
-
-EntityId IfcReader::handle(int number) {
-    EntityEntry& entry = entries_[number];
-    if (!entry.slot) entry.slot = &model_->imp()->takeSlot();
-    return EntityId(*entry.slot);
-}
-
-bool IfcReader::isNewWarning(int code) {
-    return log_ && log_->addWarning(code, nullptr);
+    load_.secondPass = false;
 }
 
 void IfcReader::moveToModel(unsigned numValid) {
     model_->reserve(numValid + model_->getNumEntities());
-    ModelImp& imp = *model_->imp();
-    entries_.forEach([&](EntityEntry& entry) {
-        if (!(entry.flags & 1)) return;
+    ModelImp& model = *load_.model;
+    load_.entries.forEach([&](EntityEntry& entry) {
+        if (!entry.isValid()) return;
         IfcEntity* const entity = *std::exchange(entry.slot, nullptr);
-        imp.pool.append(entity);
-        imp.assignId(*entity);
+        model.pool.append(entity);
+        model.assignId(*entity);
     });
 }
 
 void IfcReader::dropModel() {
     clearTable();
-    if (model_) std::exchange(model_, nullptr)->release();
+    model_.reset();
 }
 
 // Deletes every entity that the model hasn't got. Its slot is emptied, since a reference that no
-// one has judged, as those in nested lists, may still lead there.
+// one has validated, as those in nested lists, may still lead there.
 void IfcReader::clearTable() {
-    for (const auto& [entity, list] : pending_) {
-        if (list) list->release();
-    }
     pending_.clear();
-    entries_.forEach([](EntityEntry& entry) {
+    load_.entries.forEach([](EntityEntry& entry) {
         if (entry.slot) delete std::exchange(*entry.slot, nullptr);
     });
-    entries_.clear();
+    load_.entries.clear();
 }
 
 IfcModel* IfcModel::read(const wchar_t* path, ErrLog* log, ProgressMeter* meter,

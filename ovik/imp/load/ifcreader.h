@@ -2,21 +2,19 @@
 #pragma once
 
 #include <iosfwd>
-#include <sstream>
-#include <string>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
-#include "ovik/imp/entityid.h"
+#include "ovik/base/ref.h"
 #include "ovik/imp/ifcmodel.h"
 #include "ovik/imp/infiler.h"
-#include "ovik/imp/load/entrytable.h"
+#include "ovik/imp/load/loadcontextimp.h"
 #include "ovik/imp/rtclass.h"
-#include "ovik/imp/xstring.h"
 #include "ovik/parser/fileoutput.h"
 
 namespace Ovik {
+
+class XString;
 
 /// The reader of one file. Until the model is complete, its entities belong to the reader, and the
 /// slots of the model lead to them; then those that are valid move to the model's pool, in
@@ -32,23 +30,21 @@ class IfcReader final : public IfcParser::OutputPrgMeter {
     IfcModel* load();
 
     // What the parser calls.
-    bool missingItemAllowed() override { return lenient_; }
+    bool missingItemAllowed() override { return load_.lenient; }
     bool setHeader(IfcParser::ParsedHeader*& parsed) override;
     void addData(int id, IfcParser::PooledName* name, IfcParser::ItemList* items,
                  double position) override;
     void endOfFile() override {}
 
-    // What the in-filer asks.
-    bool lenient() const { return lenient_; }
-    bool exact() const { return exact_; }
-    bool secondPass() const { return secondPass_; }
-    EntityId handle(int number);
-    /// True once per load and `code`, and never without a log.
-    bool isNewWarning(int code);
-
  private:
+    /// A record that is to be read again once all are there.
+    struct Pending {
+        IfcEntity* entity;
+        Ref<IfcParser::ItemList> items;
+    };
+
     const RtClass* findClass(IfcParser::PooledName* name);
-    void readEntity(IfcEntity& entity, IfcParser::ItemList* items);
+    void readEntity(IfcEntity& entity, Ref<IfcParser::ItemList> items);
     void runSecondPass();
     void moveToModel(unsigned numValid);
     void dropModel();
@@ -59,16 +55,11 @@ class IfcReader final : public IfcParser::OutputPrgMeter {
     std::istream& stream_;
     ErrLog* log_;
     IfcHeader* header_;
-    bool lenient_;
-    bool exact_;
-    bool secondPass_ = false;
-    EIfcSchemaId schema_ = eIFC2X3;
-    IfcModel* model_ = nullptr;  // one reference is the reader's, as long as this is set
-    std::wostringstream messages_;
+    LoadContextImp load_;
     IfcInFiler filer_;
-    EntryTable entries_;
-    // Each pair holds a reference to its list.
-    std::vector<std::pair<IfcEntity*, IfcParser::ItemList*>> pending_;
+    EIfcSchemaId schema_ = eIFC2X3;
+    IfcModelPtr model_;
+    std::vector<Pending> pending_;
     // The scanner keeps one name per spelling, so the address tells the class.
     std::unordered_map<const IfcParser::PooledName*, const RtClass*> classCache_;
     const IfcParser::PooledName* lastName_ = nullptr;

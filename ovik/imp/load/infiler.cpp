@@ -4,7 +4,6 @@
 #include <ostream>
 
 #include "ovik/base/ascii.h"
-#include "ovik/imp/load/ifcreader.h"
 #include "ovik/imp/logical.h"
 #include "ovik/imp/xstring.h"
 
@@ -32,16 +31,21 @@ bool isNil(const IfcParser::ItemBase* item) {
 
 }  // namespace
 
-bool IfcInFiler::lenient() const {
-    return reader_->lenient();
+LossPlace IfcInFiler::placeOf(unsigned index) const {
+    if (!outer_) return load_->place;
+    LossPlace where = outer_->placeOf(outerIndex_);
+    // A filer on one item is no list.
+    if (!single_) where.enter(index);
+    return where;
 }
 
-bool IfcInFiler::exact() const {
-    return reader_->exact();
+void IfcInFiler::lost(const char* cause) {
+    load_->addLoss(placeOf(cursor_), load_->cause ? load_->cause : cause);
+    clearCause();
 }
 
-bool IfcInFiler::secondPass() const {
-    return reader_->secondPass();
+void IfcInFiler::substituted(const char* cause) {
+    load_->addSubstitution(placeOf(cursor_), cause);
 }
 
 bool IfcInFiler::skipDerived() {
@@ -74,15 +78,15 @@ bool IfcInFiler::readString(XString& value) {
 }
 
 EntityId IfcInFiler::handle(int n) {
-    return n == 0 ? EntityId() : reader_->handle(n);
+    return n == 0 ? EntityId() : load_->handle(n);
 }
 
 bool IfcInFiler::readRef(EntityId& value, bool mustExist) {
     const int n = static_cast<const ItemRef*>(items_[cursor_])->value;
     value = handle(n);
     if (mustExist && value.isNull()) {
-        *log_ << L"Invalid reference $" << n << L'\n';
-        return false;
+        if (!exact()) load_->log << L"Invalid reference $" << n << L'\n';
+        return fail("no reference");
     }
     advance();
     return true;
@@ -93,10 +97,10 @@ bool IfcInFiler::readList(const Items*& value, unsigned min, unsigned max) {
     if (!list) return false;
     const std::size_t size = list->items ? list->items->size() : 0;
     const bool tooShort = size < min;
-    if (tooShort || (max != 0 && size > max)) {
-        *log_ << L"\nItem " << cursor_ << L": invalid array size " << size << L", expected at "
-              << (tooShort ? L"least " : L"most ") << (tooShort ? min : max) << L'\n';
-        return false;
+    if (!exact() && (tooShort || (max != 0 && size > max))) {
+        load_->log << L"\nItem " << cursor_ << L": invalid array size " << size << L", expected at "
+                   << (tooShort ? L"least " : L"most ") << (tooShort ? min : max) << L'\n';
+        return fail(tooShort ? "too few elements" : "too many elements");
     }
     value = list->items;
     advance();
@@ -114,22 +118,25 @@ bool IfcInFiler::readLogical(Logical& value) {
     const auto* const word = itemAs<ItemEnum>();
     if (!word) return false;
     advance();
-    if (compareNoCase(word->name->text.c_str(), "U") != 0) return false;
+    if (compareNoCase(word->name->text.c_str(), "U") != 0) return fail("no such literal");
     value = Logical();
     return true;
 }
 
 void IfcInFiler::reportFailed(const char* typeName) {
-    *log_ << L"Failed to read " << typeName << L".\n";
+    if (!exact()) load_->log << L"Failed to read " << typeName << L".\n";
 }
 
 void IfcInFiler::reportNoMatch(const char* value, const wchar_t* enumName) {
-    *log_ << L"\nFailed to match string " << value << L" as a value of enum class " << enumName
-          << L'\n';
+    fail("no such literal");
+    if (exact()) return;
+    load_->log << L"\nFailed to match string " << value << L" as a value of enum class " << enumName
+               << L'\n';
 }
 
 void IfcInFiler::reportAmbiguousNull(const char* selectName) {
-    *log_ << L"Ambiguous null reference in " << selectName << L".\n";
+    fail("no value");
+    if (!exact()) load_->log << L"Ambiguous null reference in " << selectName << L".\n";
 }
 
 void IfcInFiler::reportInvalidType() {
@@ -137,26 +144,29 @@ void IfcInFiler::reportInvalidType() {
 }
 
 void IfcInFiler::reportInvalidType(unsigned position) {
-    *log_ << L"\nInvalid type of item " << position << L'\n';
+    fail("value of the wrong kind");
+    if (!exact()) load_->log << L"\nInvalid type of item " << position << L'\n';
 }
 
 void IfcInFiler::reportNotUnsigned(unsigned position) {
-    *log_ << L"\nUnsigned value expected at item " << position << L'\n';
+    fail("negative number");
+    if (!exact()) load_->log << L"\nUnsigned value expected at item " << position << L'\n';
 }
 
 void IfcInFiler::reportNoData() {
-    *log_ << L"\nNo data to read\n";
+    fail("missing parameter");
+    if (!exact()) load_->log << L"\nNo data to read\n";
 }
 
 void IfcInFiler::warnDefaultEnum() {
-    if (reader_->isNewWarning(kWarnDefaultEnum)) {
-        *log_ << L"Warning: missing enum value(s) read as default value\n";
+    if (load_->isNewWarning(kWarnDefaultEnum)) {
+        load_->log << L"Warning: missing enum value(s) read as default value\n";
     }
 }
 
 void IfcInFiler::warnDerivedIgnored() {
-    if (reader_->isNewWarning(kWarnDerivedIgnored)) {
-        *log_ << L"Warning: derived attribute value is ignored\n";
+    if (load_->isNewWarning(kWarnDerivedIgnored)) {
+        load_->log << L"Warning: derived attribute value is ignored\n";
     }
 }
 

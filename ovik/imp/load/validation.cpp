@@ -1,4 +1,4 @@
-// Judging: every entity once, the targets of its references first.
+// Validation: every entity once, the targets of its references first.
 #include "ovik/imp/validation.h"
 
 #include <ostream>
@@ -10,68 +10,92 @@
 namespace Ovik {
 
 void ValidationContext::reportMember(int code, const wchar_t* memberName) {
+    if (exact()) return;
     if (code == kInvalid) {
-        *log_ << L"Invalid data member '" << memberName << L"' in #" << currentId_
+        log() << L"Invalid data member '" << memberName << L"' in #" << currentId_
               << L", removed.\n";
     } else if (code == kNotLoaded) {
-        *log_ << L"Data member '" << memberName << L"' in # is not loaded\n";
+        log() << L"Data member '" << memberName << L"' in # is not loaded\n";
     }
 }
 
 void ValidationContext::reportEntity(int code) {
+    if (exact()) return;
     if (code == kInvalid) {
-        *log_ << L"Invalid entity #" << currentId_ << L" is removed.\n";
+        log() << L"Invalid entity #" << currentId_ << L" is removed.\n";
     } else if (code == kNotLoaded) {
-        *log_ << L"Entity #" << currentId_ << L" is not loaded.\n";
+        log() << L"Entity #" << currentId_ << L" is not loaded.\n";
     }
+}
+
+void ValidationContext::lost(const char* cause) {
+    load_->addLoss(load_->place, load_->cause ? load_->cause : cause);
+    load_->cause = nullptr;
 }
 
 unsigned ValidationContextImp::run() {
     unsigned numValid = 0;
-    entries_.forEach([&](EntityEntry& entry) {
+    load_.entries.forEach([&](EntityEntry& entry) {
         // A number without a record is no entity.
-        if (!entry.slot || !*entry.slot || (entry.flags & EntityEntry::kDone)) return;
-        if (judge(entry) == kValid) ++numValid;
+        if (!entry.hasEntity() || entry.isDone()) return;
+        if (validate(entry) == kValid) ++numValid;
     });
     return numValid;
 }
 
 int ValidationContextImp::validateRef(IfcEntity* target) {
-    EntityEntry* const entry = entries_.find(target->ifcId());
+    EntityEntry* const entry = load_.entries.find(target->ifcId());
     if (!entry) return kNotLoaded;
-    if (entry->flags & EntityEntry::kDone) return static_cast<int>(entry->flags & 1);
-    return callDeep([&] { return judge(*entry); });
+    if (entry->isDone()) return entry->isValid() ? kValid : kInvalid;
+    return callDeep([&] { return validate(*entry); });
 }
 
-int ValidationContextImp::judge(EntityEntry& entry) {
-    if (!entry.slot || !*entry.slot) {
-        entry.flags = EntityEntry::kDone | kNotLoaded;
+int ValidationContextImp::validate(EntityEntry& entry) {
+    if (!entry.hasEntity()) {
+        entry.setDone(false);
         reportEntity(kNotLoaded);
         return kNotLoaded;
     }
     IfcEntity& entity = **entry.slot;
 
-    struct CurrentId {
-        CurrentId(ValidationContextImp& c, int id) : context(c), saved(c.currentId()) {
+    // What is known of the entity at hand, put back when the visit ends.
+    struct Visit {
+        Visit(ValidationContextImp& c, int id)
+            : context(c), savedId(c.currentId()), record(c.load_.record), place(c.load_.place) {
             context.setCurrentId(id);
         }
-        ~CurrentId() { context.setCurrentId(saved); }
+        ~Visit() {
+            context.setCurrentId(savedId);
+            context.load_.record = record;
+            context.load_.place = place;
+            context.load_.cause = nullptr;
+        }
         ValidationContextImp& context;
-        const int saved;
-    } const current(*this, entity.ifcId());
+        const int savedId;
+        const LoadLosses::Record record;
+        const LossPlace place;
+    } const visit(*this, entity.ifcId());
 
-    if (entry.flags & EntityEntry::kVisiting) {
+    if (entry.isVisiting()) {
+        if (exact()) return kValid;
         log() << L"Circular reference found in #" << currentId() << L".\n";
-        entry.flags = EntityEntry::kDone | kInvalid;
+        entry.setDone(false);
         reportEntity(kInvalid);
         return kInvalid;
     }
-    entry.flags |= EntityEntry::kVisiting;
+    entry.setVisiting();
+    load_.record = {entry.record, entity.ifcId(), entity.isA()};
+    load_.place = {};
     const int code = entity.validate(*this);
+    if (exact()) {
+        entry.setDone(true);
+        return kValid;
+    }
     if (code != kValid) reportEntity(code);
     // This holds for an entity in a circle too, whatever the inner visit left here: if the circle
     // went through an optional reference, it is cut there now and the entity is valid.
-    entry.flags = (static_cast<unsigned>(code) & EntityEntry::kCode) | EntityEntry::kDone;
+    // Bit 0 is the code of a class from outside.
+    entry.setDone(code & 1);
     return code;
 }
 

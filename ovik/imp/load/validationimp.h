@@ -1,26 +1,25 @@
-// The pass over all entities of a load that judges and repairs their references. Internal.
+// The pass over all entities of a load that validates and repairs their references. Internal.
 #pragma once
 
-#include "ovik/imp/load/entrytable.h"
+#include "ovik/imp/load/loadcontextimp.h"
 #include "ovik/imp/validation.h"
 
 namespace Ovik {
 
 class ValidationContextImp final : public ValidationContext {
  public:
-    ValidationContextImp(std::wostream& log, EntryTable& entries)
-        : ValidationContext(log), entries_(entries) {}
+    explicit ValidationContextImp(LoadContextImp& load) : ValidationContext(load), load_(load) {}
 
-    /// Judges every entity of the table. The number of those that were found valid here, and not
+    /// Validates every entity of the load. The number of those that were found valid here, and not
     /// before, through a reference from another.
     unsigned run();
 
     int validateRef(IfcEntity* target) override;
 
  private:
-    int judge(EntityEntry& entry);
+    int validate(EntityEntry& entry);
 
-    EntryTable& entries_;
+    LoadContextImp& load_;
 };
 
 }  // namespace Ovik

@@ -89,9 +89,12 @@ void appendQuoted(std::string& text, const char* value, char quote = '\'') {
 std::string localTime() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
+    // The time zone may have changed since it was last asked for.
 #if defined(_WIN32)
+    _tzset();
     localtime_s(&local, &now);
 #else
+    tzset();
     localtime_r(&now, &local);
 #endif
     char buffer[80];
