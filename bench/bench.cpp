@@ -174,9 +174,9 @@ Kept parse(const fs::path& file) {
 }
 
 Kept load(const fs::path& file, Ovik::ProgressMeter* meter = nullptr) {
-    Ovik::IfcModel* model = Ovik::IfcModel::read(file, nullptr, meter);
+    Ovik::IfcModelPtr model(Ovik::IfcModel::read(file, nullptr, meter));
     if (!model) throw std::runtime_error(file.string() + " gives no model");
-    return {model, [](Ovik::IfcModel* m) { m->release(); }};
+    return model;
 }
 
 void write(const Ovik::IfcModel& model, const fs::path& file) {
@@ -240,19 +240,20 @@ void addValidate(const fs::path& file, std::uint64_t fileBytes) {
 /// Back references and structure of many relations: four times as many must take about four times
 /// as long.
 void addManyParts(const char* name, unsigned numRelations) {
-    benchmark::RegisterBenchmark(name,
-                                 [=](benchmark::State& state) {
-                                     for ([[maybe_unused]] auto _ : state) {
-                                         state.PauseTiming();
-                                         Ovik::IfcModel* model = bench::makeManyParts(numRelations);
-                                         state.ResumeTiming();
-                                         model->buildBackRefs();
-                                         Ovik::IfcSpatialStructure::create(*model)->release();
-                                         state.PauseTiming();
-                                         model->release();
-                                         state.ResumeTiming();
-                                     }
-                                 })
+    benchmark::RegisterBenchmark(
+        name,
+        [=](benchmark::State& state) {
+            for ([[maybe_unused]] auto _ : state) {
+                state.PauseTiming();
+                Ovik::IfcModelPtr model = bench::makeManyParts(numRelations);
+                state.ResumeTiming();
+                model->buildBackRefs();
+                Ovik::IfcStructurePtr(Ovik::IfcSpatialStructure::create(*model));
+                state.PauseTiming();
+                model.reset();
+                state.ResumeTiming();
+            }
+        })
         ->Unit(benchmark::kMillisecond)
         ->UseRealTime();
 }
@@ -287,8 +288,8 @@ void addStages(const fs::path& file, const fs::path& copy) {
     });
     addStage("structure", bytes, [=, model = Kept()]() mutable -> Kept {
         if (!model) model = load(file);
-        return {Ovik::IfcSpatialStructure::create(*static_cast<Ovik::IfcModel*>(model.get())),
-                [](Ovik::IfcSpatialStructure* structure) { structure->release(); }};
+        return Ovik::IfcStructurePtr(
+            Ovik::IfcSpatialStructure::create(*static_cast<Ovik::IfcModel*>(model.get())));
     });
     addStage("compare", bytes,
              [=, a = std::shared_ptr<Ovik::IfcParsedStream>(),
@@ -315,9 +316,7 @@ int main(int argc, char** argv) {
         fs::create_directories(folder);
         const fs::path file = argc == 2 ? fs::path(argv[1]) : folder / "synthetic.ifc";
         if (argc == 1) {
-            Ovik::IfcModel* model = bench::makeModel(Ovik::eIFC4, kModelBytes);
-            write(*model, file);
-            model->release();
+            write(*bench::makeModel(Ovik::eIFC4, kModelBytes), file);
         }
         addStages(file, folder / "copy.ifc");
         addManyParts("parts50k", 50'000);

@@ -13,10 +13,9 @@ int main(int argc, char** argv) {
         std::cerr << "usage: make_model OUT MEGABYTES [IFC2X3|IFC4]\n";
         return 2;
     }
-    Ovik::IfcModel* model = bench::makeModel(schema == "IFC4" ? Ovik::eIFC4 : Ovik::eIFC2X3,
-                                             static_cast<std::uint64_t>(megabytes * 1e6));
+    const Ovik::IfcModelPtr model = bench::makeModel(schema == "IFC4" ? Ovik::eIFC4 : Ovik::eIFC2X3,
+                                                     static_cast<std::uint64_t>(megabytes * 1e6));
     const bool written = model->write(std::filesystem::path(argv[1]), Ovik::IfcHeader());
-    model->release();
     if (!written) std::cerr << "make_model: " << argv[1] << ": can't be written\n";
     return written ? 0 : 1;
 }

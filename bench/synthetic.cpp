@@ -242,8 +242,8 @@ class Builder {
 
 }  // namespace
 
-IfcModel* makeModel(Ovik::EIfcSchemaId schema, std::uint64_t bytes) {
-    IfcModel* model = IfcModel::create(schema, true, false);
+Ovik::IfcModelPtr makeModel(Ovik::EIfcSchemaId schema, std::uint64_t bytes) {
+    Ovik::IfcModelPtr model(IfcModel::create(schema, true, false));
     const std::uint64_t numWalls = bytes / kBytesPerWall + 1;
     if (schema == Ovik::eIFC4)
         Builder<Ovik::IFC4>(*model).build(numWalls);
@@ -252,9 +252,9 @@ IfcModel* makeModel(Ovik::EIfcSchemaId schema, std::uint64_t bytes) {
     return model;
 }
 
-Ovik::IfcModel* makeManyParts(unsigned numRelations) {
+Ovik::IfcModelPtr makeManyParts(unsigned numRelations) {
     using Ovik::IFC4;
-    Ovik::IfcModel* model = Ovik::IfcModel::create(Ovik::eIFC4, false, false);
+    Ovik::IfcModelPtr model(IfcModel::create(Ovik::eIFC4, false, false));
     auto* const whole = IFC4::IfcProject::create(*model);
     auto* const shared = IFC4::IfcWall::create(*model);
     for (unsigned i = 0; i < numRelations; ++i) {

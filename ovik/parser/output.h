@@ -1,6 +1,7 @@
 // What the parser hands its findings to.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "ovik/base/export.h"
@@ -25,6 +26,15 @@ struct ParsedHeader {
     std::unique_ptr<HeaderStatement> fileSchema;
 };
 
+/// What the parser sees of the text beside what it hands over. Lines and columns count from 1.
+struct ParseFacts {
+    std::uint32_t recordLine = 0;   ///< where the data item begins that is handed over
+    std::uint32_t errorLine = 0;    ///< where the first error is; 0 if there is none
+    std::uint32_t errorColumn = 0;  ///< the same
+    std::uint64_t comments = 0;     ///< that have been begun; one in another doesn't count
+    bool streamBroken = false;      ///< the stream could not be read to its end
+};
+
 /// Receives what the parser finds: the header once, then each good data item in file order, then
 /// the end of the file. An exception of an operation ends the parse; one that holds a
 /// `std::string` is written to the log.
@@ -43,6 +53,14 @@ class OVIK_API Output {
     virtual void endOfFile() = 0;
 
     virtual ~Output() = default;
+
+    /// Where the parser notes what it sees, kept up to date; null, as here, if nobody asks. Asked
+    /// once, at the start. With it a stream that breaks ends the parse with a `std::string` and
+    /// not the process.
+    virtual ParseFacts* facts();
+    /// A data item that is not handed over, since its text can't be cut into parameters.
+    /// `className`, borrowed, is null if that can't be told.
+    virtual void lostData(int id, PooledName* className);
 };
 
 }  // namespace Ovik::IfcParser

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "ovik/base/ascii.h"
+#include "ovik/base/ref.h"
 
 namespace Ovik::IfcParser {
 namespace {
@@ -24,6 +25,12 @@ bool hasName(int token) {
 bool Output::missingItemAllowed() {
     return false;
 }
+
+ParseFacts* Output::facts() {
+    return nullptr;
+}
+
+void Output::lostData(int /*id*/, PooledName* /*className*/) {}
 
 std::string toString(const Location& location) {
     const auto& [begin, end] = location;
@@ -67,6 +74,10 @@ void Parser::logLine(const wchar_t* line) {
 }
 
 void Parser::reportError(const Location& location, const std::string& message) {
+    if (ParseFacts* const facts = scanner_.facts(); facts && facts->errorLine == 0) {
+        facts->errorLine = location.begin.line;
+        facts->errorColumn = location.begin.column;
+    }
     const std::string line = "Parser Error at " + toString(location) + ": " + message;
     logLine(widen(line).c_str());
 }
@@ -162,9 +173,13 @@ bool Parser::parseClosing() {
 // Goes on behind the next semicolon; false if there is none.
 bool Parser::discardLine() {
     errorCount_ = kErrorCount;
-    while (peek() != Token::SEMICOL) {
+    bool afterNumber = false;
+    for (; peek() != Token::SEMICOL; dropLookahead()) {
         if (lookahead_ == Token::END) return false;
-        dropLookahead();
+        // If the semicolon before it is missing, another data item goes down with the line.
+        if (afterNumber && lookahead_ == Token::EQ) lostItem(value_.integer, nullptr);
+        afterNumber = lookahead_ == Token::REF_CONST;
+        if (afterNumber) noteLine();
     }
     shift();
     logLine(L"Line discarded");
@@ -174,20 +189,29 @@ bool Parser::discardLine() {
 bool Parser::parseDataItem() {
     if (!take(Token::REF_CONST)) return false;
     const int id = value_.integer;
-    if (!take(Token::EQ) || !take(Token::IFCTYPE)) return false;
-    struct Name {
-        PooledName* name;
-        ~Name() { name->release(); }
-    } const className{value_.name};
+    noteLine();
+    if (!take(Token::EQ) || !take(Token::IFCTYPE)) return lostItem(id, nullptr);
+    const Ref<PooledName> className(value_.name);
     ItemList* const list = parseList();
-    if (!list) return false;
+    if (!list) return lostItem(id, className.get());
     if (!take(Token::SEMICOL)) {
         // A finished list goes down with the error and stays alive.
         abandonItem(list);
-        return false;
+        return lostItem(id, className.get());
     }
-    scanner_.output()->addData(id, className.name, list, scanner_.bytesRead());
+    scanner_.output()->addData(id, className.get(), list, scanner_.bytesRead());
     return true;
+}
+
+// The data item at hand begins with the last token.
+inline void Parser::noteLine() {
+    if (ParseFacts* const facts = scanner_.facts()) facts->recordLine = location_.end.line;
+}
+
+// Always false.
+bool Parser::lostItem(int id, PooledName* className) {
+    scanner_.output()->lostData(id, className);
+    return false;
 }
 
 // A list with all that is nested in it, without recursion: open lists wait in lists_, their

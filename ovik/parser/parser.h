@@ -68,6 +68,8 @@ class OVIK_API Parser {
     bool replaceMissingItem();
     void unwindLists();
     void logLine(const wchar_t* line);
+    void noteLine();
+    bool lostItem(int id, PooledName* className);
 
     Scanner& scanner_;
     TokenValue value_;

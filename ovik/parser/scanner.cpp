@@ -147,7 +147,7 @@ PooledName* NamePool::get(std::string_view spelling) {
 }
 
 Scanner::Scanner(std::istream* in, ErrLog* log, Output* output)
-    : yyFlexLexer(in), log_(log), output_(output) {}
+    : yyFlexLexer(in), log_(log), output_(output), facts_(output ? output->facts() : nullptr) {}
 
 std::wostream* Scanner::logStream() {
     return log_ ? &log_->log() : nullptr;
@@ -169,6 +169,12 @@ int Scanner::LexerInput(char* buffer, int maximum) {
     const int count = yyFlexLexer::LexerInput(buffer, maximum);
     if (count > 0) bytesRead_ += count;
     return count;
+}
+
+void Scanner::LexerError(const char* message) {
+    if (!facts_) yyFlexLexer::LexerError(message);
+    facts_->streamBroken = true;
+    throw std::string(message);
 }
 
 int Scanner::yylex() {
@@ -222,6 +228,7 @@ int Scanner::scanInitial() {
                 ++p;
                 if (peek(p) != '*') break;
                 commentDepth = 0;
+                if (facts_) ++facts_->comments;
                 cursor_ = start_ + 2;
                 advance();
                 condition_ = SC_COMMENT;

@@ -102,8 +102,11 @@ class OVIK_API Scanner final : public yyFlexLexer {
     int yylex() override;
     std::wostream* logStream() override;
     int LexerInput(char* buffer, int maximum) override;
+    [[noreturn]] void LexerError(const char* message) override;
 
     Output* output() const { return output_; }
+    /// What the output asks to be noted; null if it doesn't.
+    ParseFacts* facts() const { return facts_; }
     /// The number of characters taken from the stream so far; runs ahead of the tokens.
     double bytesRead() const { return bytesRead_; }
 
@@ -147,6 +150,7 @@ class OVIK_API Scanner final : public yyFlexLexer {
     NamePool enumNames_;
     ErrLog* log_;
     Output* output_;
+    ParseFacts* facts_;
     double bytesRead_ = 0;
 };
 

@@ -1,7 +1,6 @@
 // The passes of a load, and `IfcModel::read` over them.
 #include "ovik/imp/load/ifcreader.h"
 
-#include <locale>
 #include <utility>
 
 #include "ovik/base/errlog.h"
@@ -11,6 +10,7 @@
 #include "ovik/imp/ifcheader.h"
 #include "ovik/imp/load/validationimp.h"
 #include "ovik/imp/modelimp.h"
+#include "ovik/imp/utf8.h"
 #include "ovik/parser/parser.h"
 
 namespace Ovik {
@@ -36,16 +36,26 @@ class Setting {
     const bool saved_;
 };
 
+// All but the caller's setting anew.
+void startReport(IfcLoadReport& report) {
+    const std::size_t maxEntries = report.maxEntries;
+    report = {};
+    report.maxEntries = maxEntries;
+}
+
 }  // namespace
 
 IfcReader::IfcReader(std::istream& stream, ErrLog* log, ProgressMeter* meter,
-                     const IfcReadOptions* options, IfcHeader* header)
+                     const IfcReadOptions* options, IfcHeader* header, IfcLoadReport* report)
     : OutputPrgMeter(stream, meter),
       stream_(stream),
       log_(log),
       header_(header),
-      load_(log, options, false),
-      filer_(load_, nullptr) {}
+      report_(report),
+      load_(log, options, report != nullptr),
+      filer_(load_, nullptr) {
+    if (report_) startReport(*report_);
+}
 
 IfcReader::~IfcReader() {
     dropModel();
@@ -56,19 +66,50 @@ IfcModel* IfcReader::load() {
         if (!pending_.empty()) runSecondPass();
         const unsigned numValid = ValidationContextImp(load_).run();
         if (numValid > 0) moveToModel(numValid);
+        if (load_.losses) tellRemoved();
         clearTable();
     } else {
         dropModel();
     }
+    if (load_.losses) load_.losses->sort();
     load_.writeLog();
+    if (report_) fillReport();
     if (model_) model_->imp()->addToPool = true;
     return model_.release();
+}
+
+// Entities that are valid go too if none was found valid but by way of one that is removed.
+void IfcReader::tellRemoved() {
+    load_.entries.forEach([&](const EntityEntry& entry) {
+        if (!entry.hasEntity() || !entry.isValid()) return;
+        load_.record = {entry.record, (*entry.slot)->ifcId(), (*entry.slot)->isA()};
+        load_.addLostRecord(IfcLoadReport::Invalid, "no record is valid but by way of a bad one");
+    });
+}
+
+void IfcReader::fillReport() {
+    using NoModel = IfcLoadReport::NoModel;
+    if (!model_) {
+        report_->noModel = facts_.streamBroken       ? NoModel::BrokenStream
+                           : report_->schema.empty() ? NoModel::BrokenHeader
+                                                     : NoModel::UnknownSchema;
+    }
+    if (report_->noModel == NoModel::BrokenHeader) {
+        report_->headerLine = facts_.errorLine;
+        report_->headerColumn = facts_.errorColumn;
+    }
+    report_->recordsSeen = numRecords_;
+    report_->recordsKept = model_ ? model_->getNumEntities() : 0;
+    report_->comments = facts_.comments;
+    report_->endsProperly = endsProperly_;
+    load_.losses->fill(*report_);
 }
 
 bool IfcReader::setHeader(ParsedHeader*& parsed) {
     filer_.reset(parsed->fileSchema->list->items);
     XString name;
     if (!readStrings(name)) return false;
+    if (report_) report_->schema = toUtf8(name);
     std::u16string capitals = name.c_str();
     for (char16_t& c : capitals) {
         if (c >= u'a' && c <= u'z') c = static_cast<char16_t>(c - u'a' + u'A');
@@ -135,14 +176,25 @@ void IfcReader::addData(int id, PooledName* name, ItemList* list, double positio
     Ref<ItemList> items(list);
     OutputPrgMeter::addData(id, name, list, position);
 
-    EntityEntry& entry = load_.entries[id];
-    if (entry.hasEntity()) {
-        load_.log << L"Duplicate data with id #" << id << L'\n';
+    beginRecord(id);
+    const RtClass* const cls = findClass(name);
+    load_.record.cls = cls;
+    if (load_.exact && id <= 0) {
+        load_.addLostRecord(IfcLoadReport::ImpossibleNumber, "impossible number");
         return;
     }
-    const RtClass* const cls = findClass(name);
+    EntityEntry& entry = load_.entries[id];
+    if (entry.hasEntity()) {
+        if (!load_.exact) load_.log << L"Duplicate data with id #" << id << L'\n';
+        load_.addLostRecord(IfcLoadReport::NumberTaken, "number of a record before it");
+        return;
+    }
     if (!cls) {
-        load_.log << L"Error: invalid class name in #" << id << L'\n';
+        if (!load_.exact) load_.log << L"Error: invalid class name in #" << id << L'\n';
+        if (load_.losses) {
+            load_.addLostRecord(IfcLoadReport::UnknownClass,
+                                load_.losses->keep("unknown class " + name->text));
+        }
         return;
     }
     ModelImp& model = *load_.model;
@@ -153,9 +205,13 @@ void IfcReader::addData(int id, PooledName* name, ItemList* list, double positio
         entity = cls->create(model_.get());
     }
     if (!entity) {
-        load_.log << L"Error: failed to create class " << cls->className() << L'\n';
+        if (!load_.exact) {
+            load_.log << L"Error: failed to create class " << cls->className() << L'\n';
+        }
+        load_.addLostRecord(IfcLoadReport::AbstractClass, "no object of this class can be made");
         return;
     }
+    entry.record = load_.record.place;
     if (entry.slot) {
         *entry.slot = entity;
         entity->setId(EntityId(*entry.slot));
@@ -165,6 +221,19 @@ void IfcReader::addData(int id, PooledName* name, ItemList* list, double positio
     }
     entity->setIfcId(id);
     readEntity(*entity, std::move(items));
+}
+
+// Makes it the one that losses belong to.
+void IfcReader::beginRecord(int id) {
+    ++numRecords_;
+    load_.record.number = id;
+    if (load_.losses) load_.record.place = load_.losses->lines.add(facts_.recordLine);
+}
+
+void IfcReader::lostData(int id, PooledName* className) {
+    beginRecord(id);
+    load_.record.cls = className ? findClass(className) : nullptr;
+    load_.addLostRecord(IfcLoadReport::BrokenSyntax, "broken syntax");
 }
 
 const RtClass* IfcReader::findClass(PooledName* name) {
@@ -179,15 +248,29 @@ const RtClass* IfcReader::findClass(PooledName* name) {
 
 void IfcReader::readEntity(IfcEntity& entity, Ref<ItemList> items) {
     filer_.reset(items->items);
+    load_.place = {};
+    load_.cause = nullptr;
+    const std::size_t numLosses = load_.losses ? load_.losses->size() : 0;
     bool isRead = false;
     try {
         isRead = entity.read(filer_);
     } catch (const SelectorNeedSecondPassRead&) {
+        // What is lost is lost again in the second reading.
+        if (load_.losses) load_.losses->shrink(numLosses);
         pending_.push_back({&entity, std::move(items)});
         return;
     }
     if (isRead) return;
-    load_.entries[entity.ifcId()].setDone(false);
+    // With the record goes what was noted in it.
+    if (load_.losses) load_.losses->shrink(numLosses);
+    load_.addLostRecord(IfcLoadReport::Unreadable, load_.cause ? load_.cause : "can't be read",
+                        load_.place);
+    EntityEntry& entry = load_.entries[entity.ifcId()];
+    if (load_.exact) {
+        delete std::exchange(*entry.slot, nullptr);
+        return;
+    }
+    entry.setDone(false);
     load_.log << L"Failed to read object #" << entity.ifcId() << L" of class "
               << entity.isA()->className() << L'\n';
 }
@@ -196,7 +279,9 @@ void IfcReader::runSecondPass() {
     load_.secondPass = true;
     const std::size_t count = pending_.size();
     for (std::size_t i = 0; i < count; ++i) {
-        readEntity(*pending_[i].entity, std::move(pending_[i].items));
+        IfcEntity& entity = *pending_[i].entity;
+        load_.record = {load_.entries[entity.ifcId()].record, entity.ifcId(), entity.isA()};
+        readEntity(entity, std::move(pending_[i].items));
     }
     load_.secondPass = false;
 }
@@ -228,15 +313,21 @@ void IfcReader::clearTable() {
 }
 
 IfcModel* IfcModel::read(const wchar_t* path, ErrLog* log, ProgressMeter* meter,
-                         const IfcReadOptions* options, IfcHeader* header) {
-    return read(pathFromWide(path), log, meter, options, header);
+                         const IfcReadOptions* options, IfcHeader* header, IfcLoadReport* report) {
+    return read(pathFromWide(path), log, meter, options, header, report);
 }
 
 IfcModel* IfcModel::read(const std::filesystem::path& path, ErrLog* log, ProgressMeter* meter,
-                         const IfcReadOptions* options, IfcHeader* header) {
+                         const IfcReadOptions* options, IfcHeader* header, IfcLoadReport* report) {
     std::ifstream stream = openInput(path);
-    if (!stream) return nullptr;
-    return IfcReader(stream, log, meter, options, header).load();
+    if (!stream) {
+        if (report) {
+            startReport(*report);
+            report->noModel = IfcLoadReport::NoModel::CannotOpen;
+        }
+        return nullptr;
+    }
+    return IfcReader(stream, log, meter, options, header, report).load();
 }
 
 }  // namespace Ovik

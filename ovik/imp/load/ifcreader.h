@@ -23,7 +23,7 @@ class IfcReader final : public IfcParser::OutputPrgMeter {
  public:
     /// All but `stream` may be null.
     IfcReader(std::istream& stream, ErrLog* log, ProgressMeter* meter,
-              const IfcReadOptions* options, IfcHeader* header);
+              const IfcReadOptions* options, IfcHeader* header, IfcLoadReport* report);
     ~IfcReader() override;
 
     /// Runs the load. The model, with a reference for the caller, or null. To be called once.
@@ -34,7 +34,9 @@ class IfcReader final : public IfcParser::OutputPrgMeter {
     bool setHeader(IfcParser::ParsedHeader*& parsed) override;
     void addData(int id, IfcParser::PooledName* name, IfcParser::ItemList* items,
                  double position) override;
-    void endOfFile() override {}
+    void endOfFile() override { endsProperly_ = true; }
+    IfcParser::ParseFacts* facts() override { return wantsFacts() ? &facts_ : nullptr; }
+    void lostData(int id, IfcParser::PooledName* className) override;
 
  private:
     /// A record that is to be read again once all are there.
@@ -44,22 +46,30 @@ class IfcReader final : public IfcParser::OutputPrgMeter {
     };
 
     const RtClass* findClass(IfcParser::PooledName* name);
+    void beginRecord(int id);
     void readEntity(IfcEntity& entity, Ref<IfcParser::ItemList> items);
     void runSecondPass();
     void moveToModel(unsigned numValid);
     void dropModel();
     void clearTable();
+    void tellRemoved();
+    void fillReport();
+    bool wantsFacts() const { return load_.exact || report_; }
     bool readStrings(XString& value);
     void fillHeader(const IfcParser::ParsedHeader& parsed);
 
     std::istream& stream_;
     ErrLog* log_;
     IfcHeader* header_;
+    IfcLoadReport* report_;
     LoadContextImp load_;
     IfcInFiler filer_;
     EIfcSchemaId schema_ = eIFC2X3;
     IfcModelPtr model_;
     std::vector<Pending> pending_;
+    IfcParser::ParseFacts facts_;
+    std::uint64_t numRecords_ = 0;
+    bool endsProperly_ = false;
     // The scanner keeps one name per spelling, so the address tells the class.
     std::unordered_map<const IfcParser::PooledName*, const RtClass*> classCache_;
     const IfcParser::PooledName* lastName_ = nullptr;

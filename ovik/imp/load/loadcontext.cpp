@@ -37,9 +37,9 @@ void LoadContextImp::addSubstitution(const LossPlace& where, const char* why) {
     if (losses) losses->addValue(record, LoadLosses::Kind::Substitution, why, where);
 }
 
-void LoadContextImp::addLostRecord(const LoadLosses::Record& which, IfcLoadReport::RecordCause kind,
-                                   const char* why, const LossPlace& where) {
-    if (losses) losses->addRecord(which, kind, why, where);
+void LoadContextImp::addLostRecord(IfcLoadReport::RecordCause kind, const char* why,
+                                   const LossPlace& where) {
+    if (losses) losses->addRecord(record, kind, why, where);
 }
 
 void LoadContextImp::writeLog() {

@@ -24,11 +24,11 @@ class LoadContextImp final : public LoadContext {
     bool isNewWarning(int code) override;
     void addLoss(const LossPlace& where, const char* why) override;
     void addSubstitution(const LossPlace& where, const char* why) override;
-    /// The same for a whole record.
-    void addLostRecord(const LoadLosses::Record& which, IfcLoadReport::RecordCause kind,
-                       const char* why, const LossPlace& where = {});
+    /// The record at hand is not kept, for `why` in the attribute `where`.
+    void addLostRecord(IfcLoadReport::RecordCause kind, const char* why,
+                       const LossPlace& where = {});
 
-    /// Writes what there is to say to the log, if there is one.
+    /// Writes what there is to say to the log, if there is one. To be called once, at the end.
     void writeLog();
 
     EntryTable entries;

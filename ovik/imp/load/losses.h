@@ -66,7 +66,7 @@ class LoadLosses {
     void sort();
     /// Writes a line for each: "line 7: #12 IFCWALL.GlobalId: cause".
     void write(std::wostream& log) const;
-    /// Counts them in `report` and tells it the first.
+    /// Counts them in `report`, which has the first as data too.
     void fill(IfcLoadReport& report) const;
 
  private:

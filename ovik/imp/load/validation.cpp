@@ -91,7 +91,11 @@ int ValidationContextImp::validate(EntityEntry& entry) {
         entry.setDone(true);
         return kValid;
     }
-    if (code != kValid) reportEntity(code);
+    if (code != kValid) {
+        reportEntity(code);
+        load_.addLostRecord(IfcLoadReport::Invalid, load_.cause ? load_.cause : "not valid",
+                            load_.place);
+    }
     // This holds for an entity in a circle too, whatever the inner visit left here: if the circle
     // went through an optional reference, it is cut there now and the entity is valid.
     // Bit 0 is the code of a class from outside.

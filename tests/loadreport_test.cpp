@@ -1,0 +1,106 @@
+// What a load tells as data, and the log of an exact one.
+#include "ovik/imp/loadreport.h"
+
+#include <gtest/gtest.h>
+
+#include "loadtext.h"
+
+namespace Ovik {
+namespace {
+
+using namespace Test;
+using NoModel = IfcLoadReport::NoModel;
+
+/// The losses as a log has them.
+std::string lossesOf(const IfcLoadReport& report) {
+    std::string text;
+    for (const IfcLoadReport::Loss& loss : report.losses) {
+        text += "line " + std::to_string(loss.line) + ": #" + std::to_string(loss.number);
+        if (!loss.className.empty()) text += " " + loss.className;
+        if (!loss.attribute.empty()) text += "." + loss.attribute;
+        text += ": " + loss.cause + "\n";
+    }
+    return text;
+}
+
+class LoadReport : public testing::Test {
+ protected:
+    void SetUp() override { Probe::reset(); }
+
+    IfcModelPtr load(const std::string& text, IfcReadOptions options = {}) {
+        const TempFile file(text);
+        return IfcModelPtr(
+            IfcModel::read(file.path, nullptr, nullptr, &options, nullptr, &report_));
+    }
+
+    IfcLoadReport report_;
+};
+
+TEST_F(LoadReport, TellsWhyThereIsNoModel) {
+    const std::string cut = OvikTest::kHead.substr(0, OvikTest::kHead.find("ENDSEC;"));
+    std::string other = fileOf("#1=IFCPERSON($,$,$,$,$,$,$,$);");
+    other.replace(other.find("IFC4"), 4, "Ifc9\\S\\d");
+    const struct {
+        std::string text;
+        NoModel cause;
+        unsigned line, column;
+        const char* schema;
+    } cases[] = {
+        {fileOf(""), NoModel::None, 0, 0, "IFC4"},
+        {"", NoModel::BrokenHeader, 1, 1, ""},
+        {"no such file", NoModel::BrokenHeader, 1, 13, ""},
+        {cut, NoModel::BrokenHeader, 6, 1, ""},
+        {other, NoModel::UnknownSchema, 0, 0, "Ifc9\xC3\xA4"},
+    };
+    for (const bool exact : {false, true}) {
+        for (const auto& c : cases) {
+            report_.recordsSeen = 5;  // of another load
+            EXPECT_EQ(load(c.text, {.exact = exact}) != nullptr, c.cause == NoModel::None);
+            EXPECT_EQ(report_.noModel, c.cause) << c.text;
+            EXPECT_EQ(report_.headerLine, c.line) << c.text;
+            EXPECT_EQ(report_.headerColumn, c.column) << c.text;
+            EXPECT_EQ(report_.schema, c.schema) << c.text;
+            EXPECT_EQ(report_.recordsSeen, 0u);
+        }
+    }
+    EXPECT_EQ(IfcModel::read(TempFile().path, nullptr, nullptr, nullptr, nullptr, &report_),
+              nullptr);
+    EXPECT_EQ(report_.noModel, NoModel::CannotOpen);
+    EXPECT_FALSE(report_.isComplete());
+}
+
+TEST_F(LoadReport, CountsTheRecordsByWhatBecameOfThem) {
+    const std::string text = fileOf(
+        "#1=IFCTABLEROW($,$);\n"
+        "#2=IFCNONE();#1=IFCTABLEROW($,$); /* a comment */\n"
+        "\n#3=IFCTABLEROW($\n,);#4=IFCTABLEROW)$,$(;#5=#6=IFCTABLEROW($,$);\n"
+        "#7=IFCTABLEROW(5,$);\n"
+        "#8=IFCGRIDAXIS($,$,.T.);\n"
+        "#9=IFCGRIDAXIS($,#8,.T.); /* another */\n");
+    load(text);
+    EXPECT_EQ(report_.noModel, NoModel::None);
+    EXPECT_EQ(report_.recordsSeen, 10u);
+    EXPECT_EQ(report_.recordsKept, 2u);  // #1 and #3
+    EXPECT_EQ(report_.recordsSeen, report_.recordsKept + report_.numRecordsLost());
+    EXPECT_EQ(report_.comments, 2u);
+    EXPECT_TRUE(report_.endsProperly);
+    EXPECT_FALSE(report_.isComplete());
+    const std::string losses = lossesOf(report_);
+    EXPECT_EQ(losses,
+              "line 9: #2: unknown class IFCNONE\n"
+              "line 9: #1 IFCTABLEROW: number of a record before it\n"
+              "line 12: #4 IFCTABLEROW: broken syntax\n"
+              "line 12: #5: broken syntax\n"
+              "line 12: #6: broken syntax\n"
+              "line 13: #7 IFCTABLEROW: value of the wrong kind\n"
+              "line 14: #8 IFCGRIDAXIS: not valid\n"
+              "line 15: #9 IFCGRIDAXIS: not valid\n");
+    report_.maxEntries = 2;
+    load(text);
+    EXPECT_EQ(report_.losses.size(), 2u);
+    EXPECT_EQ(report_.numRecordsLost(), 8u);
+    EXPECT_TRUE(losses.starts_with(lossesOf(report_)));
+}
+
+}  // namespace
+}  // namespace Ovik
