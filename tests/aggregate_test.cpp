@@ -23,13 +23,13 @@ concept InARow = requires(const A& aggregate) {
     aggregate.asArrayPtr();
 };
 template <class A>
-concept Judged = requires(A& a, ValidationContext& context) {
+concept Validated = requires(A& a, ValidationContext& context) {
     a.validate(context);
 };
 static_assert(Reserving<IFC4::List_1_IfcLabel> && !Reserving<IFC4::Set_1_2_IfcTrimmingSelect>);
 static_assert(InARow<IFC4::List_1_IfcLabel> && !InARow<IFC4::Set_1_IfcFace>);
-static_assert(Judged<IFC4::Set_1_IfcFace> && Judged<IFC4::Set_1_2_IfcTrimmingSelect>);
-static_assert(!Judged<IFC4::List_1_IfcLabel> && !Judged<IFC4::List_1_IfcValue>);
+static_assert(Validated<IFC4::Set_1_IfcFace> && Validated<IFC4::Set_1_2_IfcTrimmingSelect>);
+static_assert(!Validated<IFC4::List_1_IfcLabel> && !Validated<IFC4::List_1_IfcValue>);
 
 // Adds, copies, removes and clears; `make(i)` gives the value number `i` of `n`.
 template <class A, class Make>

@@ -13,13 +13,13 @@ namespace {
 
 using namespace Test;
 
-// Only where an entity can be chosen is there something to judge.
+// Only where an entity can be chosen is there something to validate.
 template <class S>
-concept Judged = requires(S& select, ValidationContext& context) {
+concept Validated = requires(S& select, ValidationContext& context) {
     select.validate(context);
 };
-static_assert(Judged<IFC4::IfcActorSelect> && Judged<IFC4::IfcTrimmingSelect>);
-static_assert(!Judged<IFC4::IfcValue> && !Judged<IFC4::IfcMeasureValue>);
+static_assert(Validated<IFC4::IfcActorSelect> && Validated<IFC4::IfcTrimmingSelect>);
+static_assert(!Validated<IFC4::IfcValue> && !Validated<IFC4::IfcMeasureValue>);
 
 // Selects compare with tags, not with each other; nor are selects, enumerations and tags numbers.
 template <class A, class B>

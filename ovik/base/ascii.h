@@ -24,6 +24,13 @@ constexpr int compareNoCase(const char* a, const char* b) {
     }
 }
 
+/// `text` in capitals.
+inline std::string upperCase(std::string_view text) {
+    std::string capitals(text);
+    for (char& c : capitals) c = toUpperAscii(c);
+    return capitals;
+}
+
 /// 8-bit text as wide text, byte by byte; bytes of 0x80 and above are taken as Latin-1.
 inline std::wstring widen(std::string_view text) {
     std::wstring wide;

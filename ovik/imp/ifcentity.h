@@ -15,6 +15,9 @@ class IfcOutFiler;
 class IfcVariant;
 class ValidationContext;
 struct ModelImp;
+namespace Schema {
+struct Internals;
+}
 
 /// A growable array of entity pointers. It owns its buffer and not the entities.
 class OVIK_API IfcEntityPtrArray {
@@ -64,7 +67,7 @@ class OVIK_API IfcEntity {
     virtual bool read(IfcInFiler& in) = 0;
 
  protected:
-    /// Judges and repairs the references of this entity: 1 valid, 0 invalid, 2 not loaded.
+    /// Validates and repairs the references of this entity: 1 valid, 0 invalid, 2 not loaded.
     virtual int validate(ValidationContext& context) = 0;
 
  public:
@@ -121,6 +124,7 @@ class OVIK_API IfcEntity {
  private:
     friend class IfcReader;
     friend class ValidationContextImp;
+    friend struct Schema::Internals;
     template <class T>
     friend class IfcEntityPool;
     friend struct ModelImp;

@@ -21,8 +21,6 @@ class OVIK_API TOY::Measure : public Schema::Select {
     operator CTag() const { return choice(); }
     CTag choice() const { return static_cast<CTag>(tag_); }
     bool operator==(CTag tag) const { return tag_ == tag; }
-    // The tags alone would be compared.
-    bool operator==(const Measure&) const = delete;
     /// The type name of the choice; null for a tag outside the select.
     const char* choiceAsString() const;
 

@@ -6,6 +6,7 @@
 #include "ovik/imp/validation.h"
 #include "ovik/schema/common/aggregateengine.h"
 #include "ovik/schema/common/engine.h"
+#include "ovik/schema/common/tables.h"
 #include "ovik/schema/toy/namehash.h"
 #include "ovik/toy/Box.h"
 #include "ovik/toy/Finish.h"
@@ -17,12 +18,12 @@
 #include "ovik/toy/Set_1_2_Side.h"
 
 // The tables hold offsets of fields. The classes have single inheritance without virtual
-// bases, where offsetof is sound.
+// bases, where offsetof is sound, and begin with their base, which is asserted.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 namespace Ovik {
 
-using Schema::Kind;
+using Schema::typeOf;
 
 static constexpr Schema::Literal literalsOfFinish[] = {
     {"MATT", 4594},
@@ -31,19 +32,19 @@ static constexpr Schema::Literal literalsOfFinish[] = {
 };
 constinit const Schema::EnumType TOY::Finish::s_type = {
     "Finish", &TOYImp::schemaNameHash,
-    literalsOfFinish, 2, true};
+    literalsOfFinish};
 
-constinit const Schema::Choice TOY::Measure::s_choices[] = {
-    {"Length", "LENGTH", 10656, Kind::Real,
+static_assert(Schema::Internals::selectBeginsWith<TOY::Measure, Schema::Select>);
+constexpr Schema::Choice TOY::Measure::s_choices[] = {
+    {"Length", "LENGTH", 10656, typeOf<decltype(length_)>(),
      offsetof(Measure, length_)},
-    {"Count", "COUNT", 370, Kind::Integer,
+    {"Count", "COUNT", 370, typeOf<decltype(count_)>(),
      offsetof(Measure, count_)},
-    {"Alias", "ALIAS", 860, Kind::String,
+    {"Alias", "ALIAS", 860, typeOf<decltype(alias_)>(),
      offsetof(Measure, alias_)},
 };
 constinit const Schema::SelectType TOY::Measure::s_type = {
-    "Measure", "MEASURE", &TOYImp::schemaNameHash, s_choices, 0,
-    false, false, true, false, false,
+    "Measure", &TOYImp::schemaNameHash, s_choices,
     &Schema::boxSelect<Measure>, &Schema::unboxSelect<Measure>};
 
 const char* TOY::Measure::choiceAsString() const {
@@ -52,10 +53,10 @@ const char* TOY::Measure::choiceAsString() const {
 }
 
 constinit const Schema::AggregateType TOY::List_0_Label::s_type =
-    Schema::aggregateType<List_0_Label, 0, 0>(Kind::String);
+    Schema::aggregateType<List_0_Label, 0, 0>();
 
 constinit const Schema::AggregateType TOY::List_1_List_2_3_Factor::s_type =
-    Schema::aggregateType<List_1_List_2_3_Factor, 1, 0>(&TOY::List_2_3_Factor::s_type);
+    Schema::aggregateType<List_1_List_2_3_Factor, 1, 0>();
 
 // Box
 RtClass TOY::Box::s_type("BOX", TOY::Part::desc(),
@@ -72,8 +73,9 @@ TOY::Box* TOY::Box::create(IfcModel& model) {
     return entity;
 }
 
+static_assert(Schema::Internals::entityBeginsWith<TOY::Box, IfcEntity>);
 constinit const Schema::Attribute TOY::Box::s_attributes[] = {
-    {"Sides", 605, &TOY::Set_1_2_Side::s_type,
+    {"Sides", 605, typeOf<decltype(sides_)>(),
      offsetof(Box, sides_), 0, false},
 };
 

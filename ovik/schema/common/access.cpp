@@ -4,9 +4,7 @@
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/variant.h"
 #include "ovik/schema/common/engine.h"
-#include "ovik/schema/common/enumeration.h"
-#include "ovik/schema/common/select.h"
-#include "ovik/schema/common/selectaccess.h"
+#include "ovik/schema/common/visit.h"
 
 namespace Ovik::Schema {
 namespace {
@@ -22,13 +20,55 @@ const Entry* findByName(std::span<const Entry> entries, const NameHash& hash, co
     return nullptr;
 }
 
-template <class T>
-Result store(void* field, const IfcVariant& in) {
-    T value;
-    const Result result = in.getValue(value);
-    if (result == ResultOk) *static_cast<T*>(field) = value;
-    return result;
-}
+// Puts the value at hand into a variant.
+struct Getter {
+    IfcVariant& out;
+
+    template <class Plain>
+    void operator()(const Plain& value) const {
+        out = value;
+    }
+    void operator()(const EntityId& value, const RtClass* type) const {
+        if (const IfcEntity* target = targetOf(value, type)) out = target->id();
+    }
+    void operator()(const Enumeration& value, const EnumType& type) const {
+        out = new IfcEnumValue(enumText(value, type));
+    }
+    void operator()(const Select& value, const SelectType& type) const { out = type.box(&value); }
+    void operator()(const void* field, const AggregateType& type) const { out = type.box(field); }
+};
+
+// Takes the value at hand from a variant, or leaves it as it is.
+struct Setter {
+    const IfcVariant& in;
+
+    template <class Plain>
+    Result operator()(Plain& value) const {
+        return in.getValue(value);
+    }
+    Result operator()(EntityId& value, const RtClass* type) const {
+        EntityId handle;
+        if (in.getValue(handle) != ResultOk) return ResultWrongType;
+        const IfcEntity* target = targetOf(handle, type);
+        if (!target) return ResultWrongType;
+        value = target->id();
+        return ResultOk;
+    }
+    Result operator()(Enumeration& value, const EnumType& type) const {
+        if (in.getValueType() != AttributeEnum) return ResultWrongType;
+        return setEnumText(value, type, in.getEnumValue()->text) ? ResultOk : ResultNotFound;
+    }
+    Result operator()(Select& value, const SelectType& type) const {
+        return in.getValueType() == AttributeSelect && type.unbox(&value, *in.getSelectValue())
+                   ? ResultOk
+                   : ResultWrongType;
+    }
+    Result operator()(void* field, const AggregateType& type) const {
+        return in.getValueType() == AttributeVector && type.unbox(field, *in.getVectorValue())
+                   ? ResultOk
+                   : ResultWrongType;
+    }
+};
 
 }  // namespace
 
@@ -43,10 +83,8 @@ Result getAttribute(const IfcEntity& entity, Attributes attributes, const NameHa
     if (!attribute) return ResultNotFound;
     const void* field = fieldAt(&entity, attribute->offset);
     if (attribute->flagOffset) {
-        if (!*static_cast<const bool*>(fieldAt(&entity, attribute->flagOffset))) {
-            return ResultUnset;
-        }
-    } else if (attribute->optional && !(*static_cast<const EntityId*>(field))()) {
+        if (!valueAt<bool>(fieldAt(&entity, attribute->flagOffset))) return ResultUnset;
+    } else if (attribute->optional && !valueAt<EntityId>(field)()) {
         return ResultUnset;
     }
     getValue(attribute->type, field, value);
@@ -59,100 +97,21 @@ Result setAttribute(IfcEntity& entity, Attributes attributes, const NameHash& ha
     if (!attribute) return ResultNotFound;
     const Result result = setValue(attribute->type, fieldAt(&entity, attribute->offset), value);
     if (result == ResultOk && attribute->flagOffset) {
-        *static_cast<bool*>(fieldAt(&entity, attribute->flagOffset)) = true;
+        valueAt<bool>(fieldAt(&entity, attribute->flagOffset)) = true;
     }
     return result;
 }
 
 void getValue(const ValueType& type, const void* field, IfcVariant& out) {
-    switch (type.kind) {
-        case Kind::Real:
-            out = *static_cast<const double*>(field);
-            break;
-        case Kind::Integer:
-            out = *static_cast<const int*>(field);
-            break;
-        case Kind::Unsigned:
-            out = *static_cast<const unsigned*>(field);
-            break;
-        case Kind::Boolean:
-            out = *static_cast<const bool*>(field);
-            break;
-        case Kind::Logical:
-            out = *static_cast<const Logical*>(field);
-            break;
-        case Kind::String:
-            out = *static_cast<const XString*>(field);
-            break;
-        case Kind::Binary:
-            out = *static_cast<const XBinary*>(field);
-            break;
-        case Kind::Guid:
-            out = *static_cast<const Base64Guid*>(field);
-            break;
-        case Kind::Entity:
-            if (const IfcEntity* target =
-                    targetOf(*static_cast<const EntityId*>(field), type.entity)) {
-                out = target->id();
-            }
-            break;
-        case Kind::Enumeration:
-            out = IfcVariant(new IfcEnumValue(
-                enumText(*static_cast<const Enumeration*>(field), *type.enumeration)));
-            break;
-        case Kind::Select:
-            out = IfcVariant(type.select->box(field));
-            break;
-        case Kind::Aggregate:
-            out = IfcVariant(type.aggregate->box(field));
-            break;
-    }
+    visit(type, field, Getter{out});
 }
 
 Result setValue(const ValueType& type, void* field, const IfcVariant& in) {
-    switch (type.kind) {
-        case Kind::Real:
-            return store<double>(field, in);
-        case Kind::Integer:
-            return store<int>(field, in);
-        case Kind::Unsigned:
-            return store<unsigned>(field, in);
-        case Kind::Boolean:
-            return store<bool>(field, in);
-        case Kind::Logical:
-            return store<Logical>(field, in);
-        case Kind::String:
-            return store<XString>(field, in);
-        case Kind::Binary:
-            return store<XBinary>(field, in);
-        case Kind::Guid:
-            return store<Base64Guid>(field, in);
-        case Kind::Entity: {
-            EntityId handle;
-            if (in.getValue(handle) != ResultOk) return ResultWrongType;
-            const IfcEntity* target = targetOf(handle, type.entity);
-            if (!target) return ResultWrongType;
-            *static_cast<EntityId*>(field) = target->id();
-            return ResultOk;
-        }
-        case Kind::Enumeration:
-            if (in.getValueType() != AttributeEnum) return ResultWrongType;
-            return setEnumText(*static_cast<Enumeration*>(field), *type.enumeration,
-                               in.getEnumValue()->text)
-                       ? ResultOk
-                       : ResultNotFound;
-        case Kind::Select:
-            if (in.getValueType() != AttributeSelect) return ResultWrongType;
-            return type.select->unbox(field, *in.getSelectValue()) ? ResultOk : ResultWrongType;
-        case Kind::Aggregate:
-            if (in.getValueType() != AttributeVector) return ResultWrongType;
-            return type.aggregate->unbox(field, *in.getVectorValue()) ? ResultOk : ResultWrongType;
-    }
-    return ResultWrongType;
+    return visit(type, field, Setter{in});
 }
 
 const Choice* currentChoice(const Select& value, const SelectType& type) {
-    const auto tag = static_cast<std::size_t>(SelectAccess::tag(value));
+    const auto tag = static_cast<std::size_t>(Internals::tag(value));
     return tag < type.choices.size() ? &type.choices[tag] : nullptr;
 }
 
@@ -167,7 +126,7 @@ Result setSelect(Select& value, const SelectType& type, const char* name, const 
     if (!choice) return ResultNotFound;
     const Result result = setValue(choice->type, fieldAt(&value, choice->offset), in);
     if (result == ResultOk) {
-        SelectAccess::tag(value) = static_cast<std::int32_t>(choice - type.choices.data());
+        Internals::tag(value) = static_cast<std::int32_t>(choice - type.choices.data());
     }
     return result;
 }

@@ -18,8 +18,6 @@
 namespace Ovik {
 namespace Schema {
 
-struct AggregateAccess;
-
 /// A growing array: pointer, size and capacity. Nothing is allocated until the first element
 /// or `reserve`.
 template <class E>
@@ -81,7 +79,7 @@ class Growing {
     void clear() { truncate(0); }
 
  protected:
-    friend struct AggregateAccess;
+    friend struct Internals;
 
     static constexpr bool isFull() { return false; }
 
@@ -177,7 +175,7 @@ class Fixed {
     void clear() { truncate(0); }
 
  protected:
-    friend struct AggregateAccess;
+    friend struct Internals;
 
     bool isFull() const { return size_ == N; }
 
@@ -205,26 +203,6 @@ struct StorageOf {
 template <class E>
 struct StorageOf<E, 0> {
     using type = Growing<E>;
-};
-
-/// Access of the engine to the storage behind an aggregate's public operations.
-struct AggregateAccess {
-    template <class A>
-    static auto* elements(A& aggregate) {
-        return aggregate.elements();
-    }
-    template <class A, class... Arguments>
-    static auto& emplace(A& aggregate, Arguments&&... arguments) {
-        return aggregate.emplace(std::forward<Arguments>(arguments)...);
-    }
-    template <class A>
-    static bool isFull(const A& aggregate) {
-        return aggregate.isFull();
-    }
-    template <class A>
-    static void truncate(A& aggregate, unsigned n) {
-        aggregate.truncate(n);
-    }
 };
 
 /// An aggregate whose elements are values. Numbers go in and out by value, all else by reference.
@@ -284,8 +262,7 @@ class OVIK_API IfcVectorValue : public IfcVectorValueBase {
     /// to another class.
     IfcVariant operator[](unsigned index) const override {
         IfcVariant result;
-        Schema::getValue(T::s_type.element, Schema::AggregateAccess::elements(value) + index,
-                         result);
+        Schema::getValue(T::s_type.element, Schema::Internals::elements(value) + index, result);
         return result;
     }
     unsigned size() const override { return value.size(); }

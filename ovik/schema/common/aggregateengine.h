@@ -11,42 +11,42 @@
 #include "ovik/imp/xstring.h"
 #include "ovik/schema/common/aggregate.h"
 #include "ovik/schema/common/engine.h"
-#include "ovik/schema/common/select.h"
+#include "ovik/schema/common/tables.h"
 
 namespace Ovik::Schema {
 
 /// Reads one list item into a new last element. False, with a report, if it doesn't fit; then
 /// nothing is appended. Elements that are read directly by kind report the number of elements
-/// accepted so far as their position.
+/// accepted so far as their position, whatever their place in the list: log lines are to stay as
+/// they have always been, so the place has to be found by its neighbours.
 template <class Storage>
 bool readElement(Storage& storage, const ValueType& type, IfcInFiler& in) {
     using namespace IfcParser;
     using E = typename Storage::Element;
-    const ItemBase& item = *in.peek();
-    auto isKind = [&](ItemKind kind) {
-        if (item.is(kind)) return true;
-        in.reportInvalidType(storage.size());
-        return false;
-    };
-    if constexpr (std::is_same_v<E, EntityId>) {
-        if (!isKind(ItemKind::Ref)) return false;
-        AggregateAccess::emplace(storage, in.handle(static_cast<const ItemRef&>(item).value));
-    } else if constexpr (std::is_same_v<E, double>) {
-        if (!isKind(ItemKind::Dbl)) return false;
-        AggregateAccess::emplace(storage, static_cast<const ItemDbl&>(item).value);
-    } else if constexpr (std::is_same_v<E, int>) {
-        if (!isKind(ItemKind::Int)) return false;
-        AggregateAccess::emplace(storage, static_cast<const ItemInt&>(item).value);
-    } else if constexpr (std::is_same_v<E, XBinary>) {
-        if (!isKind(ItemKind::Binary)) return false;
-        AggregateAccess::emplace(storage, static_cast<const ItemBinary&>(item).text.c_str());
-    } else {
-        if (!readValue(type, &AggregateAccess::emplace(storage), in)) {
-            AggregateAccess::truncate(storage, storage.size() - 1);
-            return false;
+    const auto append = [&]<class Item, class Value>(const Item* item, Value valueOf) {
+        if (item) {
+            Internals::emplace(storage, valueOf(*item));
+        } else {
+            in.reportInvalidType(storage.size());
         }
+        return item != nullptr;
+    };
+    const auto valueOf = [](const auto& item) { return item.value; };
+    if constexpr (std::is_same_v<E, EntityId>) {
+        return append(in.peek()->as<ItemRef>(),
+                      [&in](const ItemRef& item) { return in.handle(item.value); });
+    } else if constexpr (std::is_same_v<E, double>) {
+        return append(in.peek()->as<ItemDbl>(), valueOf);
+    } else if constexpr (std::is_same_v<E, int>) {
+        return append(in.peek()->as<ItemInt>(), valueOf);
+    } else if constexpr (std::is_same_v<E, XBinary>) {
+        return append(in.peek()->as<ItemBinary>(),
+                      [](const ItemBinary& item) { return item.text.c_str(); });
+    } else {
+        const bool done = readValue(type, &Internals::emplace(storage), in);
+        if (!done) Internals::truncate(storage, storage.size() - 1);
+        return done;
     }
-    return true;
 }
 
 /// Room for the items of a list. A select can be hundreds of times the size of the item that it is
@@ -58,7 +58,7 @@ unsigned roomFor(const IfcInFiler::Items& items, const ValueType& type) {
         const bool takesValues = type.select->hasValues || type.select->hasSelects;
         const auto mayBeOne = [&](const IfcParser::ItemBase* item) {
             if (const auto* reference = item->as<IfcParser::ItemRef>()) {
-                return type.select->canRefer && reference->value != 0;
+                return type.canRefer && reference->value != 0;
             }
             return takesValues && item->is(IfcParser::ItemKind::Choice);
         };
@@ -85,14 +85,16 @@ bool readAggregate(void* value, const AggregateType& type, IfcInFiler& in) {
     }
     IfcInFiler element(in, items);
     // A member that held something before may have room for fewer than the list has.
-    for (unsigned i = 0; i < count && !AggregateAccess::isFull(storage); ++i) {
+    for (unsigned i = 0; i < count && !Internals::isFull(storage); ++i) {
         element.setCursor(i);
         readElement(storage, type.element, element);
     }
     return storage.size() >= type.lower;
 }
 
-/// The elements of this list are looked at and none is kept, so it never has what it needs.
+/// The elements of this list are looked at and none is kept, so it never has what it needs, and a
+/// record with such a list is never read. That is kept for compatibility: what a load gives and
+/// says must not change. Such records cost nothing else, they are rare.
 inline bool readUnsignedList(void*, const AggregateType& type, IfcInFiler& in) {
     using namespace IfcParser;
     const IfcInFiler::Items* items = nullptr;
@@ -114,7 +116,7 @@ template <class Storage>
 void writeAggregate(const void* value, const AggregateType& type, IfcOutFiler& out) {
     const auto& storage = *static_cast<const Storage*>(value);
     const IfcOutFiler::Item list(out);
-    const auto* elements = AggregateAccess::elements(storage);
+    const auto* elements = Internals::elements(storage);
     for (unsigned i = 0; i < storage.size(); ++i) writeValue(type.element, elements + i, out);
 }
 
@@ -123,22 +125,17 @@ template <class Storage>
 int validateAggregate(void* value, const AggregateType& type, ValidationContext& context) {
     auto& storage = *static_cast<Storage*>(value);
     const unsigned size = storage.size();
-    auto* elements = AggregateAccess::elements(storage);
+    auto* elements = Internals::elements(storage);
     // The survivors gather at the end and move to the front in one go, so that the time stays
     // linear however many fail.
     unsigned first = size;
     for (unsigned i = size; i-- > 0;) {
-        int code;
-        if constexpr (std::is_same_v<std::remove_reference_t<decltype(*elements)>, EntityId>) {
-            code = validateReference(elements[i], type.element.entity, context);
-        } else {
-            code = validateValue(type.element, elements + i, context);
-        }
+        const int code = validateValue(type.element, elements + i, context);
         if (code == kValid && --first != i) elements[first] = std::move(elements[i]);
     }
     if (first != 0) {
         std::move(elements + first, elements + size, elements);
-        AggregateAccess::truncate(storage, size - first);
+        Internals::truncate(storage, size - first);
     }
     return storage.size() >= type.lower ? kValid : kInvalid;
 }
@@ -155,39 +152,23 @@ bool unboxAggregate(void* value, const IfcVectorValueBase& holder) {
     return source != nullptr;
 }
 
-/// The descriptor of the aggregate class `A`, whose elements are of type `element`.
-template <class A, unsigned Lower, unsigned Upper>
-constexpr AggregateType aggregateType(ValueType element) {
-    using Storage = typename StorageOf<typename A::Element, Upper>::type;
-    constexpr bool isUnsigned = std::is_same_v<typename A::Element, unsigned>;
-    constexpr auto validate = [] {
-        // Only references and selects can have something to judge.
-        if constexpr (std::is_same_v<typename A::Element, EntityId> ||
-                      std::is_base_of_v<Select, typename A::Element>) {
-            return &validateAggregate<Storage>;
-        } else {
-            return static_cast<decltype(AggregateType::validate)>(nullptr);
-        }
-    }();
-    if constexpr (isUnsigned) {
-        return {element,
-                Lower,
-                Upper,
-                &readUnsignedList,
-                &writeAggregate<Storage>,
-                validate,
-                &boxAggregate<A>,
-                &unboxAggregate<A>};
-    } else {
-        return {element,
-                Lower,
-                Upper,
-                &readAggregate<Storage>,
-                &writeAggregate<Storage>,
-                validate,
-                &boxAggregate<A>,
-                &unboxAggregate<A>};
-    }
+/// The descriptor of the aggregate class `A`, whose elements, if they are handles, refer to
+/// entities of class `Target`.
+template <class A, unsigned Lower, unsigned Upper, class Target = void>
+constexpr AggregateType aggregateType() {
+    using Element = typename A::Element;
+    using Storage = typename StorageOf<Element, Upper>::type;
+    AggregateType type{typeOf<Element, Target>(),
+                       Lower,
+                       Upper,
+                       &readAggregate<Storage>,
+                       &writeAggregate<Storage>,
+                       nullptr,
+                       &boxAggregate<A>,
+                       &unboxAggregate<A>};
+    if constexpr (std::is_same_v<Element, unsigned>) type.read = &readUnsignedList;
+    if constexpr (Validatable<A>) type.validate = &validateAggregate<Storage>;
+    return type;
 }
 
 }  // namespace Ovik::Schema

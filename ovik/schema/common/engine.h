@@ -16,7 +16,7 @@ namespace Schema {
 using Attributes = std::span<const Attribute>;
 
 /// Attributes that a subclass redeclares as derived, as bits by their position in the table of the
-/// class that declares them. Such an attribute is a `*` in a file, and it is not judged.
+/// class that declares them. Such an attribute is a `*` in a file, and it is not validated.
 using DerivedSet = unsigned;
 
 /// Reads the attributes in order; false at the first that can't be read.
@@ -39,10 +39,10 @@ void writeValue(const ValueType& type, const void* field, IfcOutFiler& out);
 OVIK_API void getValue(const ValueType& type, const void* field, IfcVariant& out);
 OVIK_API Result setValue(const ValueType& type, void* field, const IfcVariant& in);
 
-/// Judges what a select or an aggregate at `field` refers to.
+/// Validates what the value at `field` refers to; plain values are valid.
 int validateValue(const ValueType& type, void* field, ValidationContext& context);
 
-/// Judges the reference `handle` to an entity of class `type`.
+/// Validates the reference `handle` to an entity of class `type`.
 int validateReference(const EntityId& handle, const RtClass* type, ValidationContext& context);
 
 /// The entity that `handle` leads to if it is of class `type`, else null.

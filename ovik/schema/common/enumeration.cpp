@@ -9,7 +9,7 @@
 namespace Ovik::Schema {
 
 const char* enumText(const Enumeration& value, const EnumType& type) {
-    const auto tag = static_cast<std::size_t>(value.tag_);
+    const auto tag = static_cast<std::size_t>(Internals::tag(value));
     return tag < type.literals.size() ? type.literals[tag].text : nullptr;
 }
 
@@ -19,14 +19,10 @@ bool setEnumText(Enumeration& value, const EnumType& type, const char* text) {
     for (std::size_t tag = 0; tag < type.literals.size(); ++tag) {
         if (type.literals[tag].hash != hash) continue;
         if (compareNoCase(type.literals[tag].text, text) != 0) return false;
-        value.tag_ = static_cast<std::int32_t>(tag);
+        Internals::tag(value) = static_cast<std::int32_t>(tag);
         return true;
     }
     return false;
-}
-
-void setDefault(Enumeration& value, const EnumType& type) {
-    value.tag_ = type.defaultTag;
 }
 
 bool readEnum(Enumeration& value, const EnumType& type, IfcInFiler& in) {

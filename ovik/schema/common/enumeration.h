@@ -14,9 +14,7 @@ class OVIK_API Enumeration {
     std::int32_t tag_;
 
  private:
-    friend const char* enumText(const Enumeration& value, const EnumType& type);
-    friend bool setEnumText(Enumeration& value, const EnumType& type, const char* text);
-    friend void setDefault(Enumeration& value, const EnumType& type);
+    friend struct Internals;
 };
 
 /// The literal of the tag; null for a tag outside the enumeration.
@@ -25,10 +23,8 @@ OVIK_API const char* enumText(const Enumeration& value, const EnumType& type);
 /// Sets the tag of the literal `text`; false, leaving the tag, if there is none.
 OVIK_API bool setEnumText(Enumeration& value, const EnumType& type, const char* text);
 
-/// Sets the tag that a new value has.
-void setDefault(Enumeration& value, const EnumType& type);
-
-/// Reads a literal; false, with a report, if the item is none. A word that is no literal is passed.
+/// Reads a literal; false, with a report, if the item is none. The cursor moves past any word, also
+/// past one that is no literal.
 OVIK_API bool readEnum(Enumeration& value, const EnumType& type, IfcInFiler& in);
 
 OVIK_API void writeEnum(const Enumeration& value, const EnumType& type, IfcOutFiler& out);

@@ -1,5 +1,5 @@
 // The oriented edge takes its ends from the edge that it orients: they are derived, so they are not
-// in the file and are set when the references are judged.
+// in the file and are set when the references are validated.
 #pragma once
 
 #include <ostream>
@@ -8,7 +8,8 @@
 
 namespace Ovik::Schema {
 
-/// Judges `edge`, an `IfcOrientedEdge` of either schema; `validateEnds` is the rule of `IfcEdge`.
+/// Validates `edge`, an `IfcOrientedEdge` of either schema; `validateEnds` is the rule of
+/// `IfcEdge`.
 template <class OrientedEdge, class ValidateEnds>
 int validateOrientedEdge(OrientedEdge& edge, ValidationContext& context,
                          ValidateEnds validateEnds) {

@@ -1,15 +1,9 @@
 // Reading of attributes, values and selects from the items of a record.
 #include "ovik/base/ascii.h"
-#include "ovik/imp/base64guid.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/infiler.h"
-#include "ovik/imp/logical.h"
-#include "ovik/imp/xbinary.h"
-#include "ovik/imp/xstring.h"
 #include "ovik/schema/common/engine.h"
-#include "ovik/schema/common/enumeration.h"
-#include "ovik/schema/common/select.h"
-#include "ovik/schema/common/selectaccess.h"
+#include "ovik/schema/common/visit.h"
 
 namespace Ovik::Schema {
 namespace {
@@ -18,11 +12,11 @@ using namespace IfcParser;
 
 // A mandatory enumeration with the literal NOTDEFINED: a lenient read takes a missing value as it.
 bool readEnumOrDefault(Enumeration& value, const EnumType& type, IfcInFiler& in) {
-    if (type.hasNotDefined && in.lenient()) {
+    if (type.notDefined >= 0 && in.lenient()) {
         bool isNull = false;
         if (!in.isNullItem(isNull)) return false;
         if (isNull) {
-            setDefault(value, type);
+            Internals::tag(value) = type.notDefined;
             in.warnDefaultEnum();
             return true;
         }
@@ -38,14 +32,62 @@ bool readAttribute(const Attribute& attribute, void* entity, IfcInFiler& in) {
     }
     void* field = fieldAt(entity, attribute.offset);
     const bool done =
-        attribute.type.kind == Kind::Enumeration
-            ? readEnumOrDefault(*static_cast<Enumeration*>(field), *attribute.type.enumeration, in)
+        attribute.type.is(Kind::Enumeration)
+            ? readEnumOrDefault(valueAt<Enumeration>(field), *attribute.type.enumeration, in)
             : readValue(attribute.type, field, in);
-    if (done && attribute.flagOffset) {
-        *static_cast<bool*>(fieldAt(entity, attribute.flagOffset)) = true;
-    }
+    if (done && attribute.flagOffset) valueAt<bool>(fieldAt(entity, attribute.flagOffset)) = true;
     return done;
 }
+
+// Reads the value at the cursor, each kind of field from its kind of item.
+struct Reader {
+    IfcInFiler& in;
+
+    bool operator()(double& value) const {
+        return take<ItemDbl>([&](const ItemDbl& item) { value = item.value; });
+    }
+    bool operator()(int& value) const {
+        return take<ItemInt>([&](const ItemInt& item) { value = item.value; });
+    }
+    // Only ever the element of a list that keeps none.
+    bool operator()(unsigned&) const { return false; }
+    bool operator()(bool& value) const {
+        return take<ItemBool>([&](const ItemBool& item) { value = item.value != 0; });
+    }
+    bool operator()(Logical& value) const { return in.readLogical(value); }
+    bool operator()(XString& value) const { return in.readString(value); }
+    bool operator()(XBinary& value) const {
+        return take<ItemBinary>(
+            [&](const ItemBinary& item) { value = XBinary(item.text.c_str()); });
+    }
+    bool operator()(Base64Guid& value) const {
+        return take<ItemString>([&](const ItemString& item) {
+            value = Base64Guid::createFromBase64(item.text.c_str());
+        });
+    }
+    bool operator()(EntityId& value, const RtClass*) const {
+        return in.checkKind(ItemKind::Ref) && in.readRef(value, false);
+    }
+    bool operator()(Enumeration& value, const EnumType& type) const {
+        return readEnum(value, type, in);
+    }
+    bool operator()(Select& value, const SelectType& type) const {
+        return readSelect(value, type, in);
+    }
+    bool operator()(void* field, const AggregateType& type) const {
+        return type.read(field, type, in);
+    }
+
+ private:
+    template <class Item, class Store>
+    bool take(Store store) const {
+        const auto* item = in.itemAs<Item>();
+        if (!item) return false;
+        store(*item);
+        in.advance();
+        return true;
+    }
+};
 
 }  // namespace
 
@@ -59,58 +101,7 @@ bool readAttributes(IfcEntity& entity, Attributes attributes, IfcInFiler& in, De
 }
 
 bool readValue(const ValueType& type, void* field, IfcInFiler& in) {
-    switch (type.kind) {
-        case Kind::Real:
-            if (const auto* item = in.itemAs<ItemDbl>()) {
-                *static_cast<double*>(field) = item->value;
-                in.advance();
-                return true;
-            }
-            return false;
-        case Kind::Integer:
-            if (const auto* item = in.itemAs<ItemInt>()) {
-                *static_cast<int*>(field) = item->value;
-                in.advance();
-                return true;
-            }
-            return false;
-        case Kind::Boolean:
-            if (const auto* item = in.itemAs<ItemBool>()) {
-                *static_cast<bool*>(field) = item->value != 0;
-                in.advance();
-                return true;
-            }
-            return false;
-        case Kind::Logical:
-            return in.readLogical(*static_cast<Logical*>(field));
-        case Kind::String:
-            return in.readString(*static_cast<XString*>(field));
-        case Kind::Binary:
-            if (const auto* item = in.itemAs<ItemBinary>()) {
-                *static_cast<XBinary*>(field) = XBinary(item->text.c_str());
-                in.advance();
-                return true;
-            }
-            return false;
-        case Kind::Guid:
-            if (const auto* item = in.itemAs<ItemString>()) {
-                *static_cast<Base64Guid*>(field) = Base64Guid::createFromBase64(item->text.c_str());
-                in.advance();
-                return true;
-            }
-            return false;
-        case Kind::Entity:
-            return in.checkKind(ItemKind::Ref) && in.readRef(*static_cast<EntityId*>(field), false);
-        case Kind::Enumeration:
-            return readEnum(*static_cast<Enumeration*>(field), *type.enumeration, in);
-        case Kind::Select:
-            return readSelect(*static_cast<Select*>(field), *type.select, in);
-        case Kind::Aggregate:
-            return type.aggregate->read(field, *type.aggregate, in);
-        case Kind::Unsigned:
-            break;  // only ever the element of a list that keeps none
-    }
-    return false;
+    return visit(type, field, Reader{in});
 }
 
 namespace {
@@ -118,7 +109,7 @@ namespace {
 // The choice of the entity that the reference at the cursor leads to.
 bool readEntityChoice(Select& value, const SelectType& type, IfcInFiler& in, int number) {
     if (number == 0) {
-        in.reportAmbiguousNull(type.recordName);
+        in.reportAmbiguousNull(upperCase(type.name).c_str());
         return false;
     }
     EntityId handle;
@@ -130,11 +121,11 @@ bool readEntityChoice(Select& value, const SelectType& type, IfcInFiler& in, int
         return false;
     }
     for (std::size_t tag = 0; tag < type.choices.size(); ++tag) {
-        const ValueType& choice = type.choices[tag].type;
-        if (choice.kind != Kind::Entity) continue;
-        if (type.soleEntity || isKindOf(target->isA(), choice.entity)) {
-            SelectAccess::handle(value, type) = handle;
-            SelectAccess::tag(value) = static_cast<std::int32_t>(tag);
+        const Choice& choice = type.choices[tag];
+        if (!choice.type.is(Kind::Entity)) continue;
+        if (type.soleEntity || isKindOf(target->isA(), choice.type.entity)) {
+            valueAt<EntityId>(fieldAt(&value, choice.offset)) = handle;
+            Internals::tag(value) = static_cast<std::int32_t>(tag);
             return true;
         }
     }
@@ -148,7 +139,7 @@ bool readTypedChoice(Select& value, const SelectType& type, IfcInFiler& in) {
     const std::string& name = item->name->text;
     for (std::size_t tag = 0; tag < type.choices.size(); ++tag) {
         const Choice& choice = type.choices[tag];
-        if (choice.type.kind == Kind::Entity || choice.type.kind == Kind::Select) continue;
+        if (choice.type.is(Kind::Entity) || choice.type.is(Kind::Select)) continue;
         // Of the dozens of names the length alone rules out most.
         if (choice.recordName.size() != name.size() ||
             compareNoCase(name.c_str(), choice.recordName.data()) != 0) {
@@ -160,7 +151,7 @@ bool readTypedChoice(Select& value, const SelectType& type, IfcInFiler& in) {
             return false;
         }
         in.advance();
-        SelectAccess::tag(value) = static_cast<std::int32_t>(tag);
+        Internals::tag(value) = static_cast<std::int32_t>(tag);
         return true;
     }
     return false;
@@ -180,9 +171,9 @@ bool readSelect(Select& value, const SelectType& type, IfcInFiler& in) {
     if (type.hasSelects) {
         for (std::size_t tag = 0; tag < type.choices.size(); ++tag) {
             const Choice& choice = type.choices[tag];
-            if (choice.type.kind != Kind::Select) continue;
+            if (!choice.type.is(Kind::Select)) continue;
             if (readValue(choice.type, fieldAt(&value, choice.offset), in)) {
-                SelectAccess::tag(value) = static_cast<std::int32_t>(tag);
+                Internals::tag(value) = static_cast<std::int32_t>(tag);
                 return true;
             }
             in.setCursor(start);

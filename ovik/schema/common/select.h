@@ -20,7 +20,7 @@ class OVIK_API Select {
     std::int32_t tag_;
 
  private:
-    friend struct SelectAccess;
+    friend struct Internals;
 };
 
 // Two selects would be compared by their tags alone, and those of two classes by numbers that have

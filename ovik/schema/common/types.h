@@ -1,12 +1,16 @@
 // How a schema class is described. Each class has one table of its attributes, selects have one of
 // their choices, enumerations one of their literals; reading, writing, validating, getting and
-// setting are five loops over these tables (read.cpp, write.cpp, validate.cpp, access.cpp).
+// setting are five loops over these tables (read.cpp, write.cpp, validate.cpp, access.cpp), and
+// `visit` (visit.h) is the one place that turns an entry into a typed reference to its field.
 // Internal to the library: the generated classes hold the tables, callers never need them.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "ovik/base/export.h"
 #include "ovik/imp/rtclass.h"
@@ -48,6 +52,9 @@ struct SelectType;
 /// not say all, the descriptor behind it.
 struct ValueType {
     Kind kind;
+    /// True if a value can refer to an entity and so has something to validate. Aggregates in
+    /// aggregates are not validated, whatever they refer to.
+    bool canRefer = false;
     union {
         const void* none;
         const RtClass* entity;
@@ -57,13 +64,14 @@ struct ValueType {
     };
 
     constexpr ValueType(Kind plain) : kind(plain), none(nullptr) {}
-    constexpr ValueType(const RtClass* type) : kind(Kind::Entity), entity(type) {}
+    constexpr ValueType(const RtClass* type) : kind(Kind::Entity), canRefer(true), entity(type) {}
     constexpr ValueType(const EnumType* type) : kind(Kind::Enumeration), enumeration(type) {}
-    constexpr ValueType(const SelectType* type) : kind(Kind::Select), select(type) {}
-    constexpr ValueType(const AggregateType* type) : kind(Kind::Aggregate), aggregate(type) {}
+    constexpr ValueType(const SelectType* type, bool refers)
+        : kind(Kind::Select), canRefer(refers), select(type) {}
+    constexpr ValueType(const AggregateType* type, bool refers)
+        : kind(Kind::Aggregate), canRefer(refers), aggregate(type) {}
 
-    /// True if a value of this type can refer to an entity and so has something to validate.
-    bool canRefer() const;
+    constexpr bool is(Kind wanted) const { return kind == wanted; }
 };
 
 /// A literal of an enumeration and its name hash.
@@ -77,9 +85,18 @@ struct EnumType {
     const char* name;
     const NameHash* hash;
     std::span<const Literal> literals;
-    int defaultTag;
-    /// The default is the literal NOTDEFINED, and a missing value may be read as it.
-    bool hasNotDefined;
+    /// The tag of the literal NOTDEFINED, as which a missing value may be read; -1 if there is
+    /// none.
+    int notDefined;
+
+    constexpr EnumType(const char* enumName, const NameHash* nameHash,
+                       std::span<const Literal> allLiterals)
+        : name(enumName), hash(nameHash), literals(allLiterals), notDefined(-1) {
+        for (std::size_t tag = 0; tag < literals.size(); ++tag) {
+            if (std::string_view(literals[tag].text) == "NOTDEFINED")
+                notDefined = static_cast<int>(tag);
+        }
+    }
 };
 
 /// A choice of a select. All choices that are entities share the select's one handle.
@@ -93,20 +110,39 @@ struct Choice {
 
 /// A select: its choices in the order of their tags.
 struct SelectType {
+    using Box = IfcSelectValueBase* (*)(const void* value);
+    using Unbox = bool (*)(void* value, const IfcSelectValueBase& holder);
+
     const char* name;
-    const char* recordName;
     const NameHash* hash;
     std::span<const Choice> choices;
-    /// Offset of the handle that all entity choices share; 0 if there is none.
-    std::uint32_t handleOffset;
+    Box box;
+    Unbox unbox;  ///< copies what `holder` holds to `value`; false if it holds another select
+    // What follows from the choices; reading asks for it by the million.
     bool hasEntities;  ///< a choice of its own is an entity
     bool hasSelects;   ///< a choice is itself a select
     bool hasValues;    ///< a choice is a plain value or an aggregate
     bool soleEntity;   ///< one entity choice, and no other in any nested select
-    bool canRefer;     ///< an entity choice here or in a nested select
-    IfcSelectValueBase* (*box)(const void* value);
-    /// Copies what `holder` holds to `value`; false if it holds another select.
-    bool (*unbox)(void* value, const IfcSelectValueBase& holder);
+
+    constexpr SelectType(const char* selectName, const NameHash* nameHash,
+                         std::span<const Choice> allChoices, Box boxValue, Unbox unboxValue)
+        : name(selectName),
+          hash(nameHash),
+          choices(allChoices),
+          box(boxValue),
+          unbox(unboxValue),
+          hasEntities(count(&isEntity) > 0),
+          hasSelects(count(&isSelect) > 0),
+          hasValues(count(&isEntity) + count(&isSelect) < std::ssize(choices)),
+          soleEntity(count(&isEntity) == 1 && count(&refersFurther) == 0) {}
+
+ private:
+    static constexpr bool isEntity(const Choice& c) { return c.type.is(Kind::Entity); }
+    static constexpr bool isSelect(const Choice& c) { return c.type.is(Kind::Select); }
+    static constexpr bool refersFurther(const Choice& c) { return isSelect(c) && c.type.canRefer; }
+    constexpr std::ptrdiff_t count(bool (*matches)(const Choice&)) const {
+        return std::ranges::count_if(choices, matches);
+    }
 };
 
 /// An aggregate: bounds, element, and the operations that depend on its storage.
@@ -116,6 +152,7 @@ struct AggregateType {
     std::uint32_t upper;  ///< 0 when unbounded
     bool (*read)(void* value, const AggregateType& type, IfcInFiler& in);
     void (*write)(const void* value, const AggregateType& type, IfcOutFiler& out);
+    /// Null where there is nothing to validate.
     int (*validate)(void* value, const AggregateType& type, ValidationContext& context);
     IfcVectorValueBase* (*box)(const void* value);
     /// Copies what `holder` holds to `value`; false if it holds another aggregate.
@@ -132,18 +169,42 @@ struct Attribute {
     bool optional;
 };
 
-inline bool ValueType::canRefer() const {
-    switch (kind) {
-        case Kind::Entity:
-            return true;
-        case Kind::Select:
-            return select->canRefer;
-        case Kind::Aggregate:
-            return aggregate->element.kind != Kind::Aggregate && aggregate->element.canRefer();
-        default:
-            return false;
+/// The engine's one door to what the value classes keep to themselves.
+struct Internals {
+    /// The tag of an enumeration or a select.
+    template <class Tagged>
+    static auto& tag(Tagged& value) {
+        return value.tag_;
     }
-}
+
+    // The engine finds fields by their offsets from the entity or select that it is handed, which
+    // is the base of the class that has the fields. That holds if the class begins with its base.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+    template <class T, class Base>
+    static constexpr bool entityBeginsWith = offsetof(T, ifcId_) == offsetof(Base, ifcId_);
+    template <class T, class Base>
+    static constexpr bool selectBeginsWith = offsetof(T, tag_) == offsetof(Base, tag_);
+#pragma GCC diagnostic pop
+
+    // The storage of an aggregate behind its public operations.
+    template <class A>
+    static auto* elements(A& aggregate) {
+        return aggregate.elements();
+    }
+    template <class A, class... Arguments>
+    static auto& emplace(A& aggregate, Arguments&&... arguments) {
+        return aggregate.emplace(std::forward<Arguments>(arguments)...);
+    }
+    template <class A>
+    static bool isFull(const A& aggregate) {
+        return aggregate.isFull();
+    }
+    template <class A>
+    static void truncate(A& aggregate, unsigned n) {
+        aggregate.truncate(n);
+    }
+};
 
 /// The field at `offset` of an entity or a select.
 inline void* fieldAt(void* object, std::uint32_t offset) {

@@ -1,11 +1,10 @@
-// Judging and repairing the references that attributes, selects and aggregates hold.
+// Validating and repairing the references that attributes, selects and aggregates hold.
 #include "ovik/imp/validation.h"
 
 #include "ovik/base/ascii.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/schema/common/engine.h"
-#include "ovik/schema/common/select.h"
-#include "ovik/schema/common/selectaccess.h"
+#include "ovik/schema/common/visit.h"
 
 namespace Ovik::Schema {
 namespace {
@@ -30,11 +29,11 @@ int validateReferenceAttribute(const Attribute& attribute, EntityId& handle,
 
 int validateAttribute(const Attribute& attribute, void* entity, ValidationContext& context) {
     void* field = fieldAt(entity, attribute.offset);
-    if (attribute.type.kind == Kind::Entity) {
-        return validateReferenceAttribute(attribute, *static_cast<EntityId*>(field), context);
+    if (attribute.type.is(Kind::Entity)) {
+        return validateReferenceAttribute(attribute, valueAt<EntityId>(field), context);
     }
     bool* flag =
-        attribute.flagOffset ? static_cast<bool*>(fieldAt(entity, attribute.flagOffset)) : nullptr;
+        attribute.flagOffset ? &valueAt<bool>(fieldAt(entity, attribute.flagOffset)) : nullptr;
     if (flag && !*flag) return kValid;
     const int code = validateValue(attribute.type, field, context);
     if (code == kValid) return kValid;
@@ -44,6 +43,25 @@ int validateAttribute(const Attribute& attribute, void* entity, ValidationContex
     return kValid;
 }
 
+struct Validator {
+    ValidationContext& context;
+
+    template <class Plain>
+    int operator()(Plain&) const {
+        return kValid;
+    }
+    int operator()(EntityId& handle, const RtClass* type) const {
+        return validateReference(handle, type, context);
+    }
+    int operator()(Enumeration&, const EnumType&) const { return kValid; }
+    int operator()(Select& value, const SelectType& type) const {
+        return validateSelect(value, type, context);
+    }
+    int operator()(void* field, const AggregateType& type) const {
+        return type.validate ? type.validate(field, type, context) : static_cast<int>(kValid);
+    }
+};
+
 }  // namespace
 
 int validateAttributes(IfcEntity& entity, Attributes attributes, ValidationContext& context,
@@ -51,7 +69,7 @@ int validateAttributes(IfcEntity& entity, Attributes attributes, ValidationConte
     for (const Attribute& attribute : attributes) {
         const bool isDerived = derived & 1;
         derived >>= 1;
-        if (isDerived || !attribute.type.canRefer()) continue;
+        if (isDerived || !attribute.type.canRefer) continue;
         const int code = validateAttribute(attribute, &entity, context);
         if (code != kValid) return code;
     }
@@ -59,14 +77,7 @@ int validateAttributes(IfcEntity& entity, Attributes attributes, ValidationConte
 }
 
 int validateValue(const ValueType& type, void* field, ValidationContext& context) {
-    switch (type.kind) {
-        case Kind::Select:
-            return validateSelect(*static_cast<Select*>(field), *type.select, context);
-        case Kind::Aggregate:
-            return type.aggregate->validate(field, *type.aggregate, context);
-        default:
-            return kValid;
-    }
+    return visit(type, field, Validator{context});
 }
 
 int validateReference(const EntityId& handle, const RtClass* type, ValidationContext& context) {
@@ -77,13 +88,10 @@ int validateReference(const EntityId& handle, const RtClass* type, ValidationCon
 int validateSelect(Select& value, const SelectType& type, ValidationContext& context) {
     const Choice* choice = currentChoice(value, type);
     if (!choice) return kValid;
-    if (choice->type.kind == Kind::Select) {
-        return choice->type.canRefer()
-                   ? validateValue(choice->type, fieldAt(&value, choice->offset), context)
-                   : static_cast<int>(kValid);
-    }
-    if (choice->type.kind != Kind::Entity) return kValid;
-    EntityId& handle = SelectAccess::handle(value, type);
+    void* field = fieldAt(&value, choice->offset);
+    if (choice->type.is(Kind::Select)) return validateValue(choice->type, field, context);
+    if (!choice->type.is(Kind::Entity)) return kValid;
+    auto& handle = valueAt<EntityId>(field);
     if (handle.isNull()) return kValid;
     const int code = validateReference(handle, choice->type.entity, context);
     if (code != kValid) handle.setNull();

@@ -78,6 +78,12 @@ std::string declareField(const Member& member) {
     return "    " + fieldType(member.type) + " " + member.field + initial + ";\n";
 }
 
+std::string typeOf(const Schema& schema, const Member& member) {
+    const Entity* target = member.type.entity;
+    return "typeOf<decltype(" + member.field + ")" +
+           (target ? ", " + schema.name + "::" + target->name : "") + ">()";
+}
+
 void addHeaders(const Schema& schema, const Type& type, ClassText& text) {
     if (type.isPlain()) {
         const std::string_view header = plainType(type.plain).header;

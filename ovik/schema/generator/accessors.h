@@ -27,6 +27,9 @@ std::string defineAccessors(const Schema& schema, const std::string& cls, const 
 /// The declaration of a field with its value in a new object.
 std::string declareField(const Member& member);
 
+/// What a table says of the type of a field: what the declaration of the field says.
+std::string typeOf(const Schema& schema, const Member& member);
+
 /// Adds what a field of this type and the operations on it need. An entity is only referred to
 /// where the field is declared.
 void addHeaders(const Schema& schema, const Type& type, ClassText& text);

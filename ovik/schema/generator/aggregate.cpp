@@ -43,7 +43,7 @@ constexpr const char* kValidate = R"(
 
 constexpr const char* kDefinition = R"(
 constinit const Schema::AggregateType {{schema}}::{{class}}::s_type =
-    Schema::aggregateType<{{class}}, {{lower}}, {{upper}}>({{type}});
+    Schema::aggregateType<{{class}}, {{lower}}, {{upper}}{{target}}>();
 {{entityAccess}}
 
 )";
@@ -92,7 +92,7 @@ std::string definition(const Schema& schema, const Aggregate& aggregate) {
                  {"schema", schema.name},
                  {"lower", std::to_string(aggregate.lower)},
                  {"upper", std::to_string(aggregate.upper)},
-                 {"type", valueType(schema, aggregate.element)},
+                 {"target", target ? ", " + schema.name + "::" + target->name : ""},
                  {"entityAccess", target ? fill(kEntityAccessDefinition, {{"class", aggregate.name},
                                                                           {"schema", schema.name},
                                                                           {"target", target->name}})

@@ -183,6 +183,7 @@ constexpr const char* kCreateDefinition = R"(
 
 constexpr const char* kTable = R"(
 
+static_assert(Schema::Internals::entityBeginsWith<{{schema}}::{{class}}, IfcEntity>);
 constinit const Schema::Attribute {{schema}}::{{class}}::s_attributes[] = {
 {{rows}}
 };
@@ -269,7 +270,7 @@ std::string defineTable(const Schema& schema, const Entity& entity) {
         const std::string flagOffset = "offsetof(" + entity.name + ", " + flagName(a.name) + ")";
         return fill(kRow, {{"name", a.name},
                            {"hash", std::to_string(schema.hash(a.name))},
-                           {"type", valueType(schema, a.type)},
+                           {"type", typeOf(schema, memberOf(a))},
                            {"class", entity.name},
                            {"field", fieldName(a.name)},
                            {"flagOffset", a.hasFlag() ? flagOffset : "0"},

@@ -44,7 +44,7 @@ static constexpr Schema::Literal literalsOf{{class}}[] = {
 };
 constinit const Schema::EnumType {{schema}}::{{class}}::s_type = {
     "{{class}}", &{{hash}},
-    literalsOf{{class}}, {{defaultTag}}, {{hasNotDefined}}};
+    literalsOf{{class}}};
 
 )";
 
@@ -60,19 +60,15 @@ ClassText classText(const Schema& schema, const Enumeration& enumeration) {
          {"tags", each(enumeration.literals,
                        [](const std::string& literal) { return "        e" + literal + ",\n"; })},
          {"default", enumeration.literals[enumeration.defaultTag()]}});
-    text.definition =
-        fill(kDefinition,
-             {{"class", enumeration.name},
-              {"schema", schema.name},
-              {"hash", hashName(schema)},
-              {"literals", each(enumeration.literals,
-                                [&](const std::string& literal) {
-                                    return fill("    {\"{{literal}}\", {{hash}}},\n",
-                                                {{"literal", literal},
-                                                 {"hash", std::to_string(schema.hash(literal))}});
-                                })},
-              {"defaultTag", std::to_string(enumeration.defaultTag())},
-              {"hasNotDefined", boolean(enumeration.hasNotDefined())}});
+    text.definition = fill(
+        kDefinition,
+        {{"class", enumeration.name},
+         {"schema", schema.name},
+         {"hash", hashName(schema)},
+         {"literals", each(enumeration.literals, [&](const std::string& literal) {
+              return fill("    {\"{{literal}}\", {{hash}}},\n",
+                          {{"literal", literal}, {"hash", std::to_string(schema.hash(literal))}});
+          })}});
     return text;
 }
 

@@ -63,12 +63,6 @@ std::string argumentType(const Type& type) {
     return type.entity ? mutableType(type) : constType(type);
 }
 
-std::string valueType(const Schema& schema, const Type& type) {
-    if (type.isPlain()) return std::string(plainType(type.plain).kind);
-    const std::string cls = schema.name + "::" + className(type);
-    return type.entity ? cls + "::desc()" : "&" + cls + "::s_type";
-}
-
 std::string hashName(const Schema& schema) {
     return schema.name + "Imp::schemaNameHash";
 }

@@ -33,10 +33,6 @@ std::string mutableType(const Type& type);
 /// The type that a setter takes.
 std::string argumentType(const Type& type);
 
-/// What a table of the library holds for this type: a kind, or the address of a table or
-/// descriptor.
-std::string valueType(const Schema& schema, const Type& type);
-
 /// `IFC4Imp::schemaNameHash`, the name hash of the schema.
 std::string hashName(const Schema& schema);
 

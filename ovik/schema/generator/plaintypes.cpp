@@ -8,15 +8,15 @@ namespace Ovik::Generator {
 namespace {
 
 constexpr PlainType kPlainTypes[] = {
-    {"real", Plain::Real, "double", "double", "Kind::Real", "0", ""},
-    {"number", Plain::Real, "double", "double", "Kind::Real", "0", ""},
-    {"integer", Plain::Integer, "int", "int", "Kind::Integer", "0", ""},
-    {"unsigned", Plain::Unsigned, "unsigned", "unsigned_int", "Kind::Unsigned", "0", ""},
-    {"boolean", Plain::Boolean, "bool", "bool", "Kind::Boolean", "false", ""},
-    {"logical", Plain::Logical, "Logical", "Logical", "Kind::Logical", "", "ovik/imp/logical.h"},
-    {"string", Plain::String, "XString", "XString", "Kind::String", "", "ovik/imp/xstring.h"},
-    {"binary", Plain::Binary, "XBinary", "XBinary", "Kind::Binary", "", "ovik/imp/xbinary.h"},
-    {"", Plain::Guid, "Base64Guid", "Base64Guid", "Kind::Guid", "", "ovik/imp/base64guid.h"},
+    {"real", Plain::Real, "double", "double", "0", ""},
+    {"number", Plain::Real, "double", "double", "0", ""},
+    {"integer", Plain::Integer, "int", "int", "0", ""},
+    {"unsigned", Plain::Unsigned, "unsigned", "unsigned_int", "0", ""},
+    {"boolean", Plain::Boolean, "bool", "bool", "false", ""},
+    {"logical", Plain::Logical, "Logical", "Logical", "", "ovik/imp/logical.h"},
+    {"string", Plain::String, "XString", "XString", "", "ovik/imp/xstring.h"},
+    {"binary", Plain::Binary, "XBinary", "XBinary", "", "ovik/imp/xbinary.h"},
+    {"", Plain::Guid, "Base64Guid", "Base64Guid", "", "ovik/imp/base64guid.h"},
 };
 
 }  // namespace

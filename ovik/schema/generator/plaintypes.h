@@ -12,7 +12,6 @@ struct PlainType {
     Plain plain;
     std::string_view cpp;         ///< the type of a field
     std::string_view inListName;  ///< its part of the name of an aggregate
-    std::string_view kind;        ///< what the library's engine calls it
     std::string_view initial;     ///< the value of a new field that has none of its own
     std::string_view header;      ///< what defines the type, if it has to be included
 

@@ -13,21 +13,8 @@ std::size_t Enumeration::defaultTag() const {
     return found == literals.end() ? 0 : static_cast<std::size_t>(found - literals.begin());
 }
 
-bool Enumeration::hasNotDefined() const {
-    return std::find(literals.begin(), literals.end(), "NOTDEFINED") != literals.end();
-}
-
 bool Select::hasEntities() const {
     return std::any_of(choices.begin(), choices.end(), [](auto& c) { return c.type.entity; });
-}
-
-bool Select::hasSelects() const {
-    return std::any_of(choices.begin(), choices.end(), [](auto& c) { return c.type.select; });
-}
-
-bool Select::hasValues() const {
-    return std::any_of(choices.begin(), choices.end(),
-                       [](auto& c) { return !c.type.entity && !c.type.select; });
 }
 
 int Select::numEntityChoices() const {

@@ -34,7 +34,6 @@ struct Enumeration {
     std::vector<std::string> literals;
 
     std::size_t defaultTag() const;
-    bool hasNotDefined() const;
 };
 
 struct Choice {
@@ -47,8 +46,6 @@ struct Select {
     std::vector<Choice> choices;
 
     bool hasEntities() const;
-    bool hasSelects() const;
-    bool hasValues() const;
     /// Entity choices here and in nested selects.
     int numEntityChoices() const;
 };

@@ -25,8 +25,6 @@ class OVIK_API {{schema}}::{{class}} : public Schema::Select {
     bool operator==(CTag tag) const {
         return tag_ == tag;
     }
-    // The tags alone would be compared.
-    bool operator==(const {{class}}&) const = delete;
     /// The type name of the choice; null for a tag outside the select.
     const char* choiceAsString() const;
 {{choices}}
@@ -72,12 +70,12 @@ constexpr const char* kValidate = R"(
 )";
 
 constexpr const char* kDefinition = R"(
-constinit const Schema::Choice {{schema}}::{{class}}::s_choices[] = {
+static_assert(Schema::Internals::selectBeginsWith<{{schema}}::{{class}}, Schema::Select>);
+constexpr Schema::Choice {{schema}}::{{class}}::s_choices[] = {
 {{rows}}
 };
 constinit const Schema::SelectType {{schema}}::{{class}}::s_type = {
-    "{{class}}", "{{record}}", &{{hash}}, s_choices, {{handleOffset}},
-    {{hasEntities}}, {{hasSelects}}, {{hasValues}}, {{isOnlyEntity}}, {{canRefer}},
+    "{{class}}", &{{hash}}, s_choices,
     &Schema::boxSelect<{{class}}>, &Schema::unboxSelect<{{class}}>};
 
 const char* {{schema}}::{{class}}::choiceAsString() const {
@@ -125,27 +123,17 @@ std::string definition(const Schema& schema, const Select& select) {
         return fill(kRow, {{"name", choice.name},
                            {"record", recordName(choice.name)},
                            {"hash", std::to_string(schema.hash(choice.name))},
-                           {"type", valueType(schema, choice.type)},
+                           {"type", typeOf(schema, memberOf(choice))},
                            {"class", select.name},
                            {"field", memberOf(choice).field}});
     };
-    const int numEntities = select.numEntityChoices();
-    return fill(
-        kDefinition,
-        {{"class", select.name},
-         {"schema", schema.name},
-         {"record", recordName(select.name)},
-         {"hash", hashName(schema)},
-         {"rows", each(select.choices, row)},
-         {"handleOffset", select.hasEntities() ? "offsetof(" + select.name + ", handle_)" : "0"},
-         {"hasEntities", boolean(select.hasEntities())},
-         {"hasSelects", boolean(select.hasSelects())},
-         {"hasValues", boolean(select.hasValues())},
-         {"isOnlyEntity", boolean(select.hasEntities() && numEntities == 1)},
-         {"canRefer", boolean(numEntities > 0)},
-         {"accessors", each(select.choices, [&](const Choice& choice) {
-              return defineAccessors(schema, select.name, memberOf(choice));
-          })}});
+    return fill(kDefinition, {{"class", select.name},
+                              {"schema", schema.name},
+                              {"hash", hashName(schema)},
+                              {"rows", each(select.choices, row)},
+                              {"accessors", each(select.choices, [&](const Choice& choice) {
+                                   return defineAccessors(schema, select.name, memberOf(choice));
+                               })}});
 }
 
 }  // namespace

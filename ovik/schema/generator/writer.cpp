@@ -87,12 +87,12 @@ constexpr const char* kShard = R"(
 {{includes}}
 
 // The tables hold offsets of fields. The classes have single inheritance without virtual
-// bases, where offsetof is sound.
+// bases, where offsetof is sound, and begin with their base, which is asserted.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 namespace Ovik {
 
-using Schema::Kind;
+using Schema::typeOf;
 
 {{definitions}}
 namespace {{schema}}Imp {
@@ -161,9 +161,12 @@ class Writer {
     void run() const {
         writeSchemaHeader();
         writeUmbrella();
-        const NameSet engine = {
-            "ovik/imp/outfiler.h", "ovik/imp/validation.h", "ovik/schema/" + lower_ + "/namehash.h",
-            "ovik/schema/common/aggregateengine.h", "ovik/schema/common/engine.h"};
+        const NameSet engine = {"ovik/imp/outfiler.h",
+                                "ovik/imp/validation.h",
+                                "ovik/schema/" + lower_ + "/namehash.h",
+                                "ovik/schema/common/aggregateengine.h",
+                                "ovik/schema/common/engine.h",
+                                "ovik/schema/common/tables.h"};
         std::vector<Shard> shards(shards_, {engine, ""});
         distribute(schema_.enumerations, shards);
         distribute(schema_.selects, shards);
