@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -30,6 +31,20 @@ TEST(ErrLog, FileComesWithTheFirstUse) {
         log.log() << L"!" << 1234567 << L'\n';  // goes on, empties nothing, no grouping
     }
     EXPECT_EQ(file.text(), "second!1234567\n");
+}
+
+TEST(ErrLog, StandsOnAStreamOfTheCaller) {
+    std::wostringstream stream;
+    {
+        ErrLog log(stream);
+        EXPECT_FALSE(log.isInitialized());
+        log.log() << L"\u00E4";
+        ErrLog moved(std::move(log));
+        EXPECT_TRUE(moved.isInitialized());
+        Ovik::IfcModel::read(TempFile("").path, &moved);
+        EXPECT_EQ(moved.fileName(), L"");
+    }
+    EXPECT_EQ(stream.str(), L"\u00E4Parser Error at 1.1: syntax error\n");
 }
 
 TEST(ErrLog, PathsOfAnyCharactersWorkInBothForms) {

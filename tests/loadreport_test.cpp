@@ -67,6 +67,12 @@ TEST_F(LoadReport, TellsWhyThereIsNoModel) {
               nullptr);
     EXPECT_EQ(report_.noModel, NoModel::CannotOpen);
     EXPECT_FALSE(report_.isComplete());
+
+    // It opens, and the first page of a process can't be read.
+    const std::filesystem::path broken = "/proc/self/mem";
+    if (!std::filesystem::exists(broken)) GTEST_SKIP() << "no stream that breaks";
+    EXPECT_EQ(IfcModel::read(broken, nullptr, nullptr, nullptr, nullptr, &report_), nullptr);
+    EXPECT_EQ(report_.noModel, NoModel::BrokenStream);
 }
 
 TEST_F(LoadReport, CountsTheRecordsByWhatBecameOfThem) {

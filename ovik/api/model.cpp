@@ -147,11 +147,22 @@ Model* Model::create(EIfcSchemaId schema) {
 }
 
 Model* Model::read(const wchar_t* path, Header* header) {
-    return read(pathFromWide(path), header);
+    return read(path, header, nullptr);
 }
 
 Model* Model::read(const std::filesystem::path& path, Header* header) {
-    return Impl::create(IfcModel::read(path, nullptr, nullptr, nullptr, &Access::inner(*header)));
+    return read(path, header, nullptr);
+}
+
+Model* Model::read(const wchar_t* path, Header* header, const IfcReadOptions* options,
+                   IfcLoadReport* report) {
+    return read(pathFromWide(path), header, options, report);
+}
+
+Model* Model::read(const std::filesystem::path& path, Header* header, const IfcReadOptions* options,
+                   IfcLoadReport* report) {
+    return Impl::create(
+        IfcModel::read(path, nullptr, nullptr, options, &Access::inner(*header), report));
 }
 
 bool Model::write(const wchar_t* path, const Header& header) {

@@ -8,6 +8,8 @@
 
 #include "ovik/api/desc.h"
 #include "ovik/api/values.h"
+#include "ovik/imp/loadreport.h"
+#include "ovik/imp/readoptions.h"
 #include "ovik/imp/schemaid.h"
 
 namespace Ovik::IfcApi {
@@ -104,6 +106,12 @@ class OVIK_API Model {
     /// are bytes; the same holds for `write`.
     static Model* read(const wchar_t* path, Header* header);
     static Model* read(const std::filesystem::path& path, Header* header);
+    /// The same, as `options` ask and with what became of the file in `report`, as `IfcModel::read`
+    /// tells. Either may be null.
+    static Model* read(const wchar_t* path, Header* header, const IfcReadOptions* options,
+                       IfcLoadReport* report = nullptr);
+    static Model* read(const std::filesystem::path& path, Header* header,
+                       const IfcReadOptions* options, IfcLoadReport* report = nullptr);
 
     /// Writes the model to a file, which is overwritten. False if it can't be opened.
     bool write(const wchar_t* path, const Header& header);

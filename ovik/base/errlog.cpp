@@ -75,26 +75,30 @@ ErrLog::ErrLog(const wchar_t* path) {
 
 ErrLog::ErrLog(const std::filesystem::path& path) : fileName_(wideFromPath(path)), path_(path) {}
 
-ErrLog::ErrLog(ErrLog&& other) noexcept
-    : fileName_(std::exchange(other.fileName_, {})),
-      path_(std::exchange(other.path_, {})),
-      warnings_(std::exchange(other.warnings_, {})),
-      stream_(std::move(other.stream_)) {}
+ErrLog::ErrLog(std::wostream& stream) : stream_(&stream) {}
+
+ErrLog::ErrLog(ErrLog&& other) noexcept {
+    *this = std::move(other);
+}
 
 ErrLog& ErrLog::operator=(ErrLog&& other) noexcept {
     if (this == &other) return *this;
     fileName_ = std::exchange(other.fileName_, {});
     path_ = std::exchange(other.path_, {});
     warnings_ = std::exchange(other.warnings_, {});
-    stream_ = std::move(other.stream_);
+    file_ = std::move(other.file_);
+    stream_ = std::exchange(other.stream_, nullptr);
+    isInitialized_ = std::exchange(other.isInitialized_, false);
     return *this;
 }
 
 std::wostream& ErrLog::log() {
+    isInitialized_ = true;
     if (!stream_) {
-        stream_ = std::make_unique<std::wofstream>();
-        stream_->imbue(std::locale(std::locale::classic(), new Utf8Conversion));
-        stream_->open(path_);
+        file_ = std::make_unique<std::wofstream>();
+        file_->imbue(std::locale(std::locale::classic(), new Utf8Conversion));
+        file_->open(path_);
+        stream_ = file_.get();
     }
     return *stream_;
 }

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "ovik/base/export.h"
+#include "ovik/imp/readoptions.h"
 #include "ovik/imp/schemaid.h"
 
 namespace Ovik {
@@ -16,17 +17,6 @@ class IfcHeader;
 class ProgressMeter;
 struct IfcLoadReport;
 struct ModelImp;
-
-/// How `IfcModel::read` takes a file.
-struct IfcReadOptions {
-    /// Tolerates what files in circulation often get wrong: `$` for a required string or
-    /// enumeration, a value for a derived attribute, a missing list item.
-    bool lenient = true;
-    /// Keeps what the file says, letter for letter, in place of repairing it: what is missing stays
-    /// missing, a fault costs only the value where it is, and what could not be kept has a line in
-    /// the log. Overrules `lenient`.
-    bool exact = false;
-};
 
 /// A sequence of entities of one schema, and the owner of them and of the slots that their handles
 /// lead to. Entities are found by position, by following references, or by a walk with `isKindOf`;

@@ -6,37 +6,28 @@
 #include <fstream>
 #include <iostream>
 
-#include "ovik/parser.h"
-
 namespace tools {
 namespace fs = std::filesystem;
-namespace {
-
-/// Refuses every schema, so that a parse ends with the header.
-class HeaderProbe : public Ovik::IfcParser::Output {
- public:
-    bool setHeader(Ovik::IfcParser::ParsedHeader*&) override { return false; }
-    void addData(int, Ovik::IfcParser::PooledName*, Ovik::IfcParser::ItemList*, double) override {}
-    void endOfFile() override {}
-};
-
-}  // namespace
 
 void complain(const fs::path& file, const std::string& cause) {
     std::cerr << "ovik: " << file.string() << ": " << cause << '\n';
 }
 
-// A load leaves its reasons in a log only, so the header is looked at once more, if it is still
-// there: what came through a pipe is gone.
-std::string whyNoModel(const fs::path& file) {
-    std::error_code error;
-    if (!fs::is_regular_file(file, error))
-        return "is not a STEP physical file of IFC2X3 or IFC4, or its header is broken";
-    std::ifstream stream(file);
-    HeaderProbe probe;
-    return Ovik::IfcParser::parseStream(stream, nullptr, &probe)
-               ? "is not a STEP physical file, or its header is broken"
-               : "its schema is not IFC2X3 or IFC4";
+std::string whyNoModel(const Ovik::IfcLoadReport& report) {
+    using NoModel = Ovik::IfcLoadReport::NoModel;
+    switch (report.noModel) {
+        case NoModel::None:
+            break;
+        case NoModel::CannotOpen:
+            return "can't be opened";
+        case NoModel::BrokenHeader:
+            return "is not a STEP physical file, or its header is broken";
+        case NoModel::UnknownSchema:
+            return "its schema is not IFC2X3 or IFC4";
+        case NoModel::BrokenStream:
+            return "can't be read to its end";
+    }
+    return {};
 }
 
 std::string whyUnreadable(const fs::path& file) {

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string>
 
+#include "ovik/ovik.h"
+
 namespace tools {
 
 /// Writes "ovik: FILE: CAUSE" to standard error, as one line.
@@ -12,7 +14,7 @@ void complain(const std::filesystem::path& file, const std::string& cause);
 /// Why `file` can't be opened for reading; empty if it can.
 std::string whyUnreadable(const std::filesystem::path& file);
 
-/// Why a file that can be read has no model.
-std::string whyNoModel(const std::filesystem::path& file);
+/// Why a load has given no model.
+std::string whyNoModel(const Ovik::IfcLoadReport& report);
 
 }  // namespace tools

@@ -40,9 +40,10 @@ Ovik::IfcModelPtr loadModel(const fs::path& file, Ovik::IfcHeader& header,
     }
     Ovik::IfcReadOptions options;
     options.lenient = !settings.strict;
+    Ovik::IfcLoadReport report;
     Ovik::IfcModelPtr model(
-        Ovik::IfcModel::read(file, settings.log, settings.meter, &options, &header));
-    if (!model) complain(file, whyNoModel(file));
+        Ovik::IfcModel::read(file, settings.log, settings.meter, &options, &header, &report));
+    if (!model) complain(file, whyNoModel(report));
     return model;
 }
 

@@ -191,10 +191,11 @@ int show(const Arguments& arguments) {
     }
     api::initOvikApi();
     api::Header header;
-    api::Model* const model = api::Model::read(fs::path(file), &header);
+    Ovik::IfcLoadReport report;
+    api::Model* const model = api::Model::read(fs::path(file), &header, nullptr, &report);
     int status = 0;
     if (model->isNull()) {
-        tools::complain(file, tools::whyNoModel(file));
+        tools::complain(file, tools::whyNoModel(report));
         status = 1;
     } else {
         for (const std::int64_t number : arguments.numbers) {
