@@ -4,10 +4,13 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <system_error>
 #include <vector>
 
 #include "ovik/api/desc.h"
 #include "ovik/api/values.h"
+#include "ovik/base/progressmeter.h"
+#include "ovik/imp/savereport.h"
 #include "ovik/imp/schemaid.h"
 
 namespace Ovik::IfcApi {
@@ -108,6 +111,15 @@ class OVIK_API Model {
     /// Writes the model to a file, which is overwritten. False if it can't be opened.
     bool write(const wchar_t* path, const Header& header);
     bool write(const std::filesystem::path& path, const Header& header);
+
+    /// Saves the model as it is, all of it or nothing, as `IfcModel::save` tells. All arguments
+    /// but path and header may be null.
+    std::error_code save(const wchar_t* path, const Header& header,
+                         const IfcSaveOptions* options = nullptr, ProgressMeter* meter = nullptr,
+                         IfcSaveReport* report = nullptr) const;
+    std::error_code save(const std::filesystem::path& path, const Header& header,
+                         const IfcSaveOptions* options = nullptr, ProgressMeter* meter = nullptr,
+                         IfcSaveReport* report = nullptr) const;
 
     /// True for a `Model` over nothing.
     bool isNull() const;
