@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -13,8 +14,9 @@
 namespace Ovik {
 
 /// Which entity is written with which number. The entities of a loaded model stand first in its
-/// pool, in ascending order of the numbers that they know themselves: of these only that order is
-/// kept here, 4 bytes each. All others go to a table.
+/// pool, in ascending order of the numbers that they know themselves, so that there a bit for each
+/// number in use is enough: how many are lower tells the place in the pool. All others, and numbers
+/// that are far apart, go to a table.
 class KeptNumbers {
  public:
     using Pool = IfcEntityPool<IfcEntity>;
@@ -32,17 +34,16 @@ class KeptNumbers {
     void settle();
 
     /// How many entities at the head of the pool have their own number, in ascending order.
-    std::size_t numAscending() const { return ascending_.size(); }
+    std::size_t numAscending() const { return numAscending_; }
     /// The others that have kept their number, in ascending order.
     const std::vector<Numbered>& others() const { return others_; }
 
     /// The number of `entity`; 0 if it has none.
     unsigned find(const IfcEntity& entity) const {
-        const auto number = static_cast<std::uint32_t>(entity.ifcId());
-        if (number - 1 < last_) {
-            const std::size_t index = search(number);
-            if (index < ascending_.size() && ascending_[index] == number && pool_[index] == &entity)
-                return number;
+        const auto number = static_cast<unsigned>(entity.ifcId());
+        if (number <= last_) {
+            const std::size_t index = place(number);
+            if (index < numAscending_ && pool_[index] == &entity) return number;
         }
         return table_.find(&entity);
     }
@@ -56,15 +57,27 @@ class KeptNumbers {
     }
 
  private:
-    /// Where in `ascending_` the number stands or would stand.
-    std::size_t search(std::uint32_t number) const;
+    // The use of 32 numbers in a row, and how many below are in use.
+    struct Word {
+        std::uint32_t bits;
+        std::uint32_t below;
+    };
+
+    /// Where in the pool the entity stands that has kept `number`, which is at most `last_`, if
+    /// there is one.
+    std::size_t place(unsigned number) const {
+        const Word& word = words_[number / 32];
+        const auto lower = word.bits & ((std::uint32_t{1} << number % 32) - 1);
+        return word.below + static_cast<std::size_t>(std::popcount(lower));
+    }
+    bool isKept(unsigned number) const {
+        return number <= last_ && (words_[number / 32].bits >> number % 32 & 1) != 0;
+    }
 
     const Pool& pool_;
-    std::vector<std::uint32_t> ascending_;
-    std::uint32_t last_ = 0;  // of `ascending_`
-    // For each stretch of 2^`shift_` numbers, where it begins in `ascending_`; and the end.
-    std::vector<std::uint32_t> stretches_;
-    unsigned shift_ = 0;
+    std::vector<Word> words_;
+    std::size_t numAscending_ = 0;
+    unsigned last_ = 0;  // of the ascending ones
     std::vector<Numbered> others_;
     EntityNumbers table_{0};
     unsigned highest_ = 0;

@@ -34,7 +34,7 @@ void writeInteger(IfcOutFilerImp& imp, Integer value) {
 void writeQuoted(IfcOutFilerImp& imp, std::string_view text, char quote) {
     writeChar(imp, quote);
     imp.append(text);
-    imp.append({&quote, 1});
+    imp.append(quote);
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ void writeQuoted(IfcOutFilerImp& imp, std::string_view text, char quote) {
 void IfcOutFilerImp::openItem(const char* name) {
     beginValue();
     if (name) append(name);
-    append("(");
+    append('(');
     isFirst_ = true;
 }
 
@@ -53,7 +53,7 @@ void IfcOutFilerImp::beginRecord(const IfcEntity& entity, unsigned number) {
     *at_++ = '=';
     *at_++ = ' ';
     append(entity.isA()->className());
-    append("(");
+    append('(');
     isFirst_ = true;
     ++numRecords_;
     if (entity.ifcId() != 0 && static_cast<unsigned>(entity.ifcId()) != number) ++numRenumbered_;

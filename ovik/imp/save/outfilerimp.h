@@ -45,9 +45,14 @@ class IfcOutFilerImp {
         put(text);
     }
 
+    void append(char c) {
+        if (at_ == end_) makeRoom();
+        *at_++ = c;
+    }
+
     void openItem(const char* name);
     void closeItem() {
-        append(")");
+        append(')');
         isFirst_ = false;
     }
 
