@@ -1,4 +1,4 @@
-// Saying why something went wrong with a file.
+// Error messages of the programs: what is wrong with a file.
 #include "common/faults.h"
 
 #include <cerrno>
@@ -26,8 +26,8 @@ void complain(const fs::path& file, const std::string& cause) {
     std::cerr << "ovik: " << file.string() << ": " << cause << '\n';
 }
 
-// A load leaves its reasons in a log only, so the header is looked at once more, if it is still
-// there: what came through a pipe is gone.
+// A load tells its reasons to a log only, so the header is parsed once more, if it can be: what
+// came through a pipe is gone.
 std::string whyNoModel(const fs::path& file) {
     std::error_code error;
     if (!fs::is_regular_file(file, error))
