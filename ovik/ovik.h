@@ -16,6 +16,7 @@
 #include "ovik/imp/outfiler.h"
 #include "ovik/imp/result.h"
 #include "ovik/imp/rtclass.h"
+#include "ovik/imp/savereport.h"
 #include "ovik/imp/schemaid.h"
 #include "ovik/imp/utf8.h"
 #include "ovik/imp/validation.h"

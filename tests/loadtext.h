@@ -32,10 +32,12 @@ class Probe : public IfcEntity {
     using IfcEntity::setIfcId;
     bool read(IfcInFiler& in) override { return onRead(in); }
     void write(IfcOutFiler& out) const override {
-        if (!isSilent) out.writeRecord(*this, [&] { onWrite(out); });
+        if (ownWrite) return ownWrite(out);
+        out.writeRecord(*this, [&] { onWrite(out); });
     }
+    void setNumber(int number) { setIfcId(number); }
 
-    bool isSilent = false;
+    std::function<void(IfcOutFiler&)> ownWrite;
     static inline int numDestroyed = 0;
     static inline std::function<bool(IfcInFiler&)> onRead;
     static inline std::function<int(ValidationContext&)> onValidate;
@@ -118,15 +120,28 @@ inline Loaded loadRecords(std::string_view records, EIfcSchemaId schema = eIFC4,
     return load(fileOf(records, schema), options);
 }
 
-/// The records that the model writes, one to a line.
-inline std::string recordsOf(const IfcModel& model) {
-    const TempFile file;
-    EXPECT_TRUE(model.write(file.path, IfcHeader()));
+/// The records of a file that was written, one to a line.
+inline std::string recordsIn(const TempFile& file) {
     const std::string text = file.text();
     const std::string_view begin = "\n\nDATA;\n";
     const std::size_t from = text.find(begin) + begin.size();
     EXPECT_TRUE(text.ends_with(OvikTest::kTail));
     return text.substr(from, text.size() - OvikTest::kTail.size() - from);
+}
+
+/// The records that the model writes.
+inline std::string recordsOf(const IfcModel& model) {
+    const TempFile file;
+    EXPECT_TRUE(model.write(file.path, IfcHeader()));
+    return recordsIn(file);
+}
+
+/// The records that the model saves.
+inline std::string savedRecordsOf(const IfcModel& model, bool keepNumbers = true) {
+    const TempFile file;
+    const IfcSaveOptions options{keepNumbers};
+    EXPECT_EQ(model.save(file.path, IfcHeader(), &options), std::error_code());
+    return recordsIn(file);
 }
 
 }  // namespace Ovik::Test

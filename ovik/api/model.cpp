@@ -173,6 +173,18 @@ bool Model::write(const std::filesystem::path& path, const Header& header) {
     return inner_->data()->write(path, Access::inner(header));
 }
 
+std::error_code Model::save(const wchar_t* path, const Header& header,
+                            const IfcSaveOptions* options, ProgressMeter* meter,
+                            IfcSaveReport* report) const {
+    return save(pathFromWide(path), header, options, meter, report);
+}
+
+std::error_code Model::save(const std::filesystem::path& path, const Header& header,
+                            const IfcSaveOptions* options, ProgressMeter* meter,
+                            IfcSaveReport* report) const {
+    return inner_->data()->save(path, Access::inner(header), options, meter, report);
+}
+
 bool Model::isNull() const {
     return !inner_->data();
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <system_error>
 
 #include "ovik/base/export.h"
 #include "ovik/imp/readoptions.h"
@@ -16,6 +17,8 @@ class IfcEntity;
 class IfcHeader;
 class ProgressMeter;
 struct IfcLoadReport;
+struct IfcSaveOptions;
+struct IfcSaveReport;
 struct ModelImp;
 
 /// A sequence of entities of one schema, and the owner of them and of the slots that their handles
@@ -86,8 +89,32 @@ class OVIK_API IfcModel {
     /// opened; failures after that are not told. The instances are numbered anew from 1, depth
     /// first in the order of the model. An unset time stamp of `header` gives the local time of
     /// now; its implementation level and schema are not used.
+    /// Meant for models whose values obey the schema, as a plain load leaves them. Of one that was
+    /// loaded exactly it loses what only an exact load keeps: reals get 16 digits and lose tiny
+    /// fractions, what was not given is written as its default or as `''`, the header has no lists
+    /// of several texts, numbers are new, and an empty model gets a record `#1= ()`. `save` keeps
+    /// all of that.
     bool write(const wchar_t* path, const IfcHeader& header) const;
     bool write(const std::filesystem::path& path, const IfcHeader& header) const;
+
+    /// Saves the model as a STEP physical file: all of it as it is, or nothing. Reals are written
+    /// with the fewest digits that read back the same, what was not given and strings that are
+    /// unset as `$`, and entities with the instance numbers that they had in their file, records
+    /// in ascending order. The header of an exact load gives back the parameters of its file but
+    /// for the fields that have been set since; the schema is that of the model.
+    /// The text goes to a new file, which takes the place of the one at `path` when it is whole
+    /// and on the disk: whatever fails before leaves the old file as it is. A link is followed, and
+    /// permissions stay. Only what is no regular file, and what stands under `/dev` or `/proc`, is
+    /// written straight.
+    /// An error is that of the file system; `argument_out_of_domain` if a real is infinite or not a
+    /// number; `value_too_large` if there are no numbers left. `options` may be null, and so may
+    /// `meter`, which is told of entities, and `report`. What the meter throws ends the save.
+    std::error_code save(const wchar_t* path, const IfcHeader& header,
+                         const IfcSaveOptions* options = nullptr, ProgressMeter* meter = nullptr,
+                         IfcSaveReport* report = nullptr) const;
+    std::error_code save(const std::filesystem::path& path, const IfcHeader& header,
+                         const IfcSaveOptions* options = nullptr, ProgressMeter* meter = nullptr,
+                         IfcSaveReport* report = nullptr) const;
 
  private:
     friend class IfcEntity;

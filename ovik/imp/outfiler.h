@@ -14,14 +14,17 @@ class XBinary;
 class XString;
 class IfcOutFilerImp;
 
-/// Builds the records of one writing. Values go to the innermost open scope, separated by commas;
-/// entities are numbered when first reached. One thread, within one write.
+/// Builds the records of one writing. Values go to the innermost open scope, separated by commas.
+/// One thread, within one write.
 class OVIK_API IfcOutFiler {
  public:
     explicit IfcOutFiler(std::unique_ptr<IfcOutFilerImp> imp);
     ~IfcOutFiler();
     IfcOutFiler(const IfcOutFiler&) = delete;
     IfcOutFiler& operator=(const IfcOutFiler&) = delete;
+
+    /// True in a save, which keeps what the model has: what is missing is written as `$` then.
+    bool exact() const;
 
     void writeNull();                         ///< `$`
     void writeDerived();                      ///< `*`
@@ -31,11 +34,17 @@ class OVIK_API IfcOutFiler {
     void writeLogical(const Logical& value);  ///< `.T.`, `.F.` or `.U.`
     void writeInt(int value);                 ///< decimal
     void writeUnsigned(unsigned value);       ///< decimal
-    void writeReal(double value);             ///< `2.` when integral, else 16 significant digits
-    void writeString(const XString& value);   ///< the encoded text in apostrophes
-    void writeGuid(const Base64Guid& value);  ///< the 22 characters in apostrophes
-    void writeBinary(const XBinary& value);   ///< the encoded text in quotes
-    /// A reference to `entity`, whose record is written first if it isn't yet; `$` for null.
+    /// `2.` when integral, else 16 significant digits. In a save the fewest digits that read back
+    /// the same; infinities and what is no number make it fail.
+    void writeReal(double value);
+    /// The encoded text in apostrophes; an unset one is `''`, and `$` in a save. Nor does a save
+    /// keep an encoded text that would end before its time: it is made anew from the wide one.
+    void writeString(const XString& value);
+    /// The 22 characters in apostrophes; an empty one is `''`, and `$` in a save.
+    void writeGuid(const Base64Guid& value);
+    void writeBinary(const XBinary& value);  ///< the encoded text in quotes
+    /// A reference to `entity`; `$` for null, and for one whose `write` writes no record. Where
+    /// numbers are given depth first, its record is written first if it isn't yet.
     void writeEntity(const IfcEntity* entity);
 
     /// A parenthesised thing under construction: a list, or with a name a typed value. It closes
@@ -54,7 +63,7 @@ class OVIK_API IfcOutFiler {
     };
 
     /// The record of `entity`, with `fields()` writing its attributes; nothing if the entity has
-    /// been reached before in this writing.
+    /// been reached before in this writing, or if a save only asks whether it has a record.
     template <class Fields>
     void writeRecord(const IfcEntity& entity, Fields&& fields) {
         if (!openRecord(entity)) return;

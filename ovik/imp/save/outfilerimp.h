@@ -1,99 +1,117 @@
-// The state of one writing: the numbers given out and the text of the data section. Internal.
-//
-// Records nest on the way: a record that is reached from within another is built before the other
-// goes on, and yet follows it in the file. So text is built at the end of one buffer, as on a
-// stack. A nested record that is complete leaves the buffer for the store of its group; when the
-// outermost record of the group is complete, the group goes to the data section in order.
+// What stands behind an out-filer: the end of the text, to which values are put, and what each kind
+// of writing does in a way of its own, which is records and numbers. Internal.
 #pragma once
 
 #include <cstddef>
-#include <iosfwd>
-#include <string>
+#include <cstdint>
+#include <cstring>
+#include <exception>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 namespace Ovik {
 
 class IfcEntity;
-class IfcHeader;
-class IfcModel;
+class IfcOutFiler;
 
-/// The instance numbers of one writing: a hash table with open addressing.
-class EntityNumbers {
- public:
-    /// Makes room for `count` entities.
-    explicit EntityNumbers(std::size_t count);
-
-    /// The number of `entity`; 0 if it has none yet.
-    unsigned find(const IfcEntity* entity) const { return places_[place(entity)].number; }
-    /// Gives `entity` the next number, from 1 on. False if it has one already.
-    bool add(const IfcEntity* entity);
-    /// How many entities have a number, which is the last number given.
-    unsigned size() const { return size_; }
-
- private:
-    struct Place {
-        const IfcEntity* entity = nullptr;
-        unsigned number = 0;
-    };
-
-    /// Where `entity` is, or would go.
-    std::size_t place(const IfcEntity* entity) const;
-    void grow();
-
-    std::vector<Place> places_;  // a power of two of them, at most two thirds in use
-    unsigned shift_ = 0;         // what leaves an index of a 64-bit hash
-    unsigned size_ = 0;
-};
-
+/// The end of the text of one writing. The buffer belongs to the derived class, which makes room
+/// in its own way: by growth, or by handing on what is there.
 class IfcOutFilerImp {
  public:
-    /// The filer of a model of `numEntities` entities.
-    explicit IfcOutFilerImp(std::size_t numEntities);
+    explicit IfcOutFilerImp(bool exact) : exact_(exact) {}
+    virtual ~IfcOutFilerImp() = default;
+    IfcOutFilerImp(const IfcOutFilerImp&) = delete;
+    IfcOutFilerImp& operator=(const IfcOutFilerImp&) = delete;
 
-    /// The text that the next value is appended to, after a comma if it needs one.
-    std::string& nextValue() {
-        if (numItems_++ != 0) text_ += ',';
-        return text_;
+    /// True in a save: values are written so that they read back the same, missing ones as `$`.
+    bool exact() const { return exact_; }
+
+    /// Room for the next value, behind the comma that it may need: enough for any number.
+    char* beginValue() {
+        if (static_cast<std::size_t>(end_ - at_) < kRoom) makeRoom();
+        if (!std::exchange(isFirst_, false)) *at_++ = ',';
+        return at_;
+    }
+    /// The value that was put there ends at `end`.
+    void endValue(char* end) { at_ = end; }
+    /// Continues a value with a text of any length.
+    void append(std::string_view text) {
+        while (text.size() > static_cast<std::size_t>(end_ - at_)) {
+            const auto part = static_cast<std::size_t>(end_ - at_);
+            put(text.substr(0, part));
+            text.remove_prefix(part);
+            makeRoom();
+        }
+        put(text);
+    }
+
+    void append(char c) {
+        if (at_ == end_) makeRoom();
+        *at_++ = c;
     }
 
     void openItem(const char* name);
-    void closeItem();
-    bool openRecord(const IfcEntity& entity);
-    void closeRecord();
+    void closeItem() {
+        append(')');
+        isFirst_ = false;
+    }
 
-    unsigned numberOf(const IfcEntity* entity) const { return numbers_.find(entity); }
-    bool isAnyNumbered() const { return numbers_.size() != 0; }
+    /// Begins the record of `entity`; false if it has been written, or isn't to be written now.
+    virtual bool openRecord(const IfcEntity& entity) = 0;
+    virtual void closeRecord() = 0;
+    /// The number that a reference to `entity` is written with; 0 if it writes no record.
+    virtual unsigned numberFor(const IfcEntity& entity, IfcOutFiler& out) = 0;
 
-    /// The data section so far. Complete when no record is open.
-    const std::string& data();
+    /// Tells that the open record has a real that no file can hold. The first such entity counts.
+    void refuse() {
+        if (!refused_) refused_ = entity_;
+    }
+    const IfcEntity* refused() const { return refused_; }
+
+    /// Runs `close`, which ends a scope and must not throw: an exception is kept for `finish`.
+    template <class Close>
+    void closing(Close close) noexcept {
+        try {
+            close();
+        } catch (...) {
+            if (!failure_) failure_ = std::current_exception();
+        }
+    }
+    /// Throws what the end of a scope could not throw.
+    void finish() const {
+        if (failure_) std::rethrow_exception(failure_);
+    }
+    /// True if the rest need not be written.
+    bool hasFailed() const { return failure_ || refused_; }
+
+    std::uint64_t numRecords() const { return numRecords_; }
+    /// The records of entities that had another number in their file.
+    std::uint64_t numRenumbered() const { return numRenumbered_; }
+
+ protected:
+    /// What `makeRoom` makes at least.
+    static constexpr std::size_t kRoom = 64;
+    virtual void makeRoom() = 0;
+
+    /// Puts what a record begins with: `#12= IFCWALL(`.
+    void beginRecord(const IfcEntity& entity, unsigned number);
+
+    char* at_ = nullptr;
+    char* end_ = nullptr;
+    bool isFirst_ = true;                // the next value is the first of its scope
+    const IfcEntity* entity_ = nullptr;  // of the innermost open record
 
  private:
-    struct OpenRecord {
-        std::size_t begin;  // in `text_`
-        unsigned number;
-    };
-    struct Stored {
-        std::size_t begin;  // in `store_`
-        std::size_t size;
-    };
+    void put(std::string_view text) {
+        std::memcpy(at_, text.data(), text.size());
+        at_ += text.size();
+    }
 
-    std::string text_;                  // what is open now
-    unsigned numItems_ = 0;             // values in the innermost open scope
-    std::vector<unsigned> outerItems_;  // the same of the scopes around it
-    std::vector<OpenRecord> records_;
-    // The nested records of a group: texts as they were completed, and where to find them by
-    // number, which runs without gaps from that of the outermost record on.
-    std::string store_;
-    std::vector<Stored> stored_;
-    std::string data_;
-    EntityNumbers numbers_;
+    const bool exact_;
+    std::uint64_t numRecords_ = 0;
+    std::uint64_t numRenumbered_ = 0;
+    const IfcEntity* refused_ = nullptr;
+    std::exception_ptr failure_;
 };
-
-/// Appends `value` as `writeReal` of the filer writes it.
-void appendReal(std::string& text, double value);
-
-/// Writes the whole file.
-void writeModel(std::ostream& out, const IfcModel& model, const IfcHeader& header);
 
 }  // namespace Ovik

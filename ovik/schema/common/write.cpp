@@ -55,7 +55,11 @@ void writeValue(const ValueType& type, const void* field, IfcOutFiler& out) {
 
 void writeSelect(const Select& value, const SelectType& type, IfcOutFiler& out) {
     const Choice* choice = currentChoice(value, type);
-    if (!choice) return;
+    if (!choice) {
+        // A plain writing leaves the value out, and all behind it moves up: that is kept.
+        if (out.exact()) out.writeNull();
+        return;
+    }
     const void* field = fieldAt(&value, choice->offset);
     if (choice->type.is(Kind::Entity) || choice->type.is(Kind::Select)) {
         writeValue(choice->type, field, out);
