@@ -81,13 +81,14 @@ TEST_F(LoadReport, CountsTheRecordsByWhatBecameOfThem) {
         "#2=IFCNONE();#1=IFCTABLEROW($,$); /* a comment */\n"
         "\n#3=IFCTABLEROW($\n,);#4=IFCTABLEROW)$,$(;#5=#6=IFCTABLEROW($,$);\n"
         "#7=IFCTABLEROW(5,$);\n"
-        "#8=IFCGRIDAXIS($,$,.T.);\n"
-        "#9=IFCGRIDAXIS($,#8,.T.); /* another */\n");
+        "#9=IFCGRIDAXIS($,#8,.T.); /* another */\n"
+        "#8=IFCGRIDAXIS($,$,.T.);\n");
     load(text);
     EXPECT_EQ(report_.noModel, NoModel::None);
     EXPECT_EQ(report_.recordsSeen, 10u);
     EXPECT_EQ(report_.recordsKept, 2u);  // #1 and #3
     EXPECT_EQ(report_.recordsSeen, report_.recordsKept + report_.numRecordsLost());
+    EXPECT_EQ(report_.recordsLost[IfcLoadReport::BrokenSyntax], 3u);
     EXPECT_EQ(report_.comments, 2u);
     EXPECT_TRUE(report_.endsProperly);
     EXPECT_FALSE(report_.isComplete());
@@ -98,14 +99,58 @@ TEST_F(LoadReport, CountsTheRecordsByWhatBecameOfThem) {
               "line 12: #4 IFCTABLEROW: broken syntax\n"
               "line 12: #5: broken syntax\n"
               "line 12: #6: broken syntax\n"
-              "line 13: #7 IFCTABLEROW: value of the wrong kind\n"
-              "line 14: #8 IFCGRIDAXIS: not valid\n"
-              "line 15: #9 IFCGRIDAXIS: not valid\n");
+              "line 13: #7 IFCTABLEROW.RowCells: value of the wrong kind\n"
+              "line 14: #9 IFCGRIDAXIS.AxisCurve: reference to an object of the wrong class\n"
+              "line 15: #8 IFCGRIDAXIS.AxisCurve: no value\n");
     report_.maxEntries = 2;
     load(text);
     EXPECT_EQ(report_.losses.size(), 2u);
     EXPECT_EQ(report_.numRecordsLost(), 8u);
     EXPECT_TRUE(losses.starts_with(lossesOf(report_)));
+
+    load(text.substr(0, text.size() - 2));
+    EXPECT_FALSE(report_.endsProperly);
+}
+
+TEST_F(LoadReport, NamesWhatAPlainLoadRepairs) {
+    const struct {
+        EIfcSchemaId schema;
+        const char* records;
+        unsigned attributes, elements, substitutions;
+        const char* losses;
+    } cases[] = {
+        {eIFC4, "#1=IFCTABLEROW((IFCLABEL('a'),5,IFCLABEL(7),IFCNONE(1),IFCREAL(1.)),$);", 0, 3, 0,
+         "line 8: #1 IFCTABLEROW.RowCells[2]: value of the wrong kind\n"
+         "line 8: #1 IFCTABLEROW.RowCells[3]: value of the wrong kind\n"
+         "line 8: #1 IFCTABLEROW.RowCells[4]: type that does not belong here\n"},
+        {eIFC4, "#1=IFCCARTESIANPOINTLIST3D(((1.,2.,3.),(1.,2.,3),5));", 0, 3, 0,
+         "line 8: #1 IFCCARTESIANPOINTLIST3D.CoordList[2]: too few elements\n"
+         "line 8: #1 IFCCARTESIANPOINTLIST3D.CoordList[2][3]: value of the wrong kind\n"
+         "line 8: #1 IFCCARTESIANPOINTLIST3D.CoordList[3]: value of the wrong kind\n"},
+        {eIFC4, "#1=IFCPERSON($,$,$,$,$,$,(#2,#1),(#3));\n#2=IFCACTORROLE(.USERDEFINED.,$,$);", 1,
+         2, 0,
+         "line 8: #1 IFCPERSON.Roles[2]: reference to an object of the wrong class\n"
+         "line 8: #1 IFCPERSON.Addresses: too few elements\n"
+         "line 8: #1 IFCPERSON.Addresses[1]: reference to nothing\n"},
+        {eIFC4, "#1=IFCBEAMTYPE('',#7,$,$,$,$,$,$,$,$);", 1, 0, 1,
+         "line 8: #1 IFCBEAMTYPE.OwnerHistory: reference to nothing\n"
+         "line 8: #1 IFCBEAMTYPE.PredefinedType: no value\n"},
+        {eIFC2X3,
+         "#1=IFCGEOMETRICREPRESENTATIONCONTEXT($,$,3,$,#3,$);\n"
+         "#2=IFCGEOMETRICREPRESENTATIONSUBCONTEXT($,$,3,*,*,*,#1,$,.GRAPH_VIEW.,$);\n"
+         "#3=IFCAXIS2PLACEMENT2D(#4,$);\n#4=IFCCARTESIANPOINT((0.,0.));",
+         1, 0, 0,
+         "line 9: #2 IFCGEOMETRICREPRESENTATIONSUBCONTEXT.CoordinateSpaceDimension: value of a "
+         "derived attribute\n"},
+    };
+    for (const auto& c : cases) {
+        load(fileOf(c.records, c.schema));
+        EXPECT_EQ(report_.numRecordsLost(), 0u) << c.records;
+        EXPECT_EQ(report_.attributesNotKept, c.attributes) << c.records;
+        EXPECT_EQ(report_.elementsNotKept, c.elements) << c.records;
+        EXPECT_EQ(report_.substitutions, c.substitutions) << c.records;
+        EXPECT_EQ(lossesOf(report_), c.losses) << c.records;
+    }
 }
 
 }  // namespace

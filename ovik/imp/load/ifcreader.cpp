@@ -9,6 +9,7 @@
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/ifcheader.h"
 #include "ovik/imp/load/validationimp.h"
+#include "ovik/imp/losscause.h"
 #include "ovik/imp/modelimp.h"
 #include "ovik/imp/utf8.h"
 #include "ovik/parser/parser.h"
@@ -83,7 +84,7 @@ void IfcReader::tellRemoved() {
     load_.entries.forEach([&](const EntityEntry& entry) {
         if (!entry.hasEntity() || !entry.isValid()) return;
         load_.record = {entry.record, (*entry.slot)->ifcId(), (*entry.slot)->isA()};
-        load_.addLostRecord(IfcLoadReport::Invalid, "no record is valid but by way of a bad one");
+        load_.addLostRecord(IfcLoadReport::Invalid, LossCause::kOnlyThroughBad);
     });
 }
 
@@ -125,6 +126,8 @@ bool IfcReader::setHeader(ParsedHeader*& parsed) {
     load_.model = model_->imp();
     load_.model->addToPool = false;
     if (header_) fillHeader(*parsed);
+    // They are for records.
+    if (load_.losses) load_.losses->shrink(0);
     delete std::exchange(parsed, nullptr);
     return true;
 }
@@ -180,20 +183,20 @@ void IfcReader::addData(int id, PooledName* name, ItemList* list, double positio
     const RtClass* const cls = findClass(name);
     load_.record.cls = cls;
     if (load_.exact && id <= 0) {
-        load_.addLostRecord(IfcLoadReport::ImpossibleNumber, "impossible number");
+        load_.addLostRecord(IfcLoadReport::ImpossibleNumber, LossCause::kImpossibleNumber);
         return;
     }
     EntityEntry& entry = load_.entries[id];
     if (entry.hasEntity()) {
         if (!load_.exact) load_.log << L"Duplicate data with id #" << id << L'\n';
-        load_.addLostRecord(IfcLoadReport::NumberTaken, "number of a record before it");
+        load_.addLostRecord(IfcLoadReport::NumberTaken, LossCause::kNumberTaken);
         return;
     }
     if (!cls) {
         if (!load_.exact) load_.log << L"Error: invalid class name in #" << id << L'\n';
         if (load_.losses) {
             load_.addLostRecord(IfcLoadReport::UnknownClass,
-                                load_.losses->keep("unknown class " + name->text));
+                                load_.losses->keep(LossCause::kUnknownClass + name->text));
         }
         return;
     }
@@ -208,7 +211,7 @@ void IfcReader::addData(int id, PooledName* name, ItemList* list, double positio
         if (!load_.exact) {
             load_.log << L"Error: failed to create class " << cls->className() << L'\n';
         }
-        load_.addLostRecord(IfcLoadReport::AbstractClass, "no object of this class can be made");
+        load_.addLostRecord(IfcLoadReport::AbstractClass, LossCause::kAbstractClass);
         return;
     }
     entry.record = load_.record.place;
@@ -233,7 +236,7 @@ void IfcReader::beginRecord(int id) {
 void IfcReader::lostData(int id, PooledName* className) {
     beginRecord(id);
     load_.record.cls = className ? findClass(className) : nullptr;
-    load_.addLostRecord(IfcLoadReport::BrokenSyntax, "broken syntax");
+    load_.addLostRecord(IfcLoadReport::BrokenSyntax, LossCause::kBrokenSyntax);
 }
 
 const RtClass* IfcReader::findClass(PooledName* name) {
@@ -263,8 +266,8 @@ void IfcReader::readEntity(IfcEntity& entity, Ref<ItemList> items) {
     if (isRead) return;
     // With the record goes what was noted in it.
     if (load_.losses) load_.losses->shrink(numLosses);
-    load_.addLostRecord(IfcLoadReport::Unreadable, load_.cause ? load_.cause : "can't be read",
-                        load_.place);
+    load_.addLostRecord(IfcLoadReport::Unreadable,
+                        load_.cause ? load_.cause : LossCause::kUnreadable, load_.place);
     EntityEntry& entry = load_.entries[entity.ifcId()];
     if (load_.exact) {
         delete std::exchange(*entry.slot, nullptr);

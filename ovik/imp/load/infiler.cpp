@@ -5,6 +5,7 @@
 
 #include "ovik/base/ascii.h"
 #include "ovik/imp/logical.h"
+#include "ovik/imp/losscause.h"
 #include "ovik/imp/xstring.h"
 
 namespace Ovik {
@@ -69,6 +70,7 @@ bool IfcInFiler::readString(XString& value) {
         value = XString::decode(constant->text.c_str());
     } else if (lenient() && isNil(found)) {
         value.setEmpty();
+        if (!exact()) substituted(LossCause::kNoValue);
     } else {
         reportInvalidType();
         return false;
@@ -86,7 +88,7 @@ bool IfcInFiler::readRef(EntityId& value, bool mustExist) {
     value = handle(n);
     if (mustExist && value.isNull()) {
         if (!exact()) load_->log << L"Invalid reference $" << n << L'\n';
-        return fail("no reference");
+        return fail(LossCause::kNoValue);
     }
     advance();
     return true;
@@ -100,7 +102,7 @@ bool IfcInFiler::readList(const Items*& value, unsigned min, unsigned max) {
     if (!exact() && (tooShort || (max != 0 && size > max))) {
         load_->log << L"\nItem " << cursor_ << L": invalid array size " << size << L", expected at "
                    << (tooShort ? L"least " : L"most ") << (tooShort ? min : max) << L'\n';
-        return fail(tooShort ? "too few elements" : "too many elements");
+        return fail(tooShort ? LossCause::kTooFew : LossCause::kTooMany);
     }
     value = list->items;
     advance();
@@ -118,7 +120,7 @@ bool IfcInFiler::readLogical(Logical& value) {
     const auto* const word = itemAs<ItemEnum>();
     if (!word) return false;
     advance();
-    if (compareNoCase(word->name->text.c_str(), "U") != 0) return fail("no such literal");
+    if (compareNoCase(word->name->text.c_str(), "U") != 0) return fail(LossCause::kNoLiteral);
     value = Logical();
     return true;
 }
@@ -128,14 +130,14 @@ void IfcInFiler::reportFailed(const char* typeName) {
 }
 
 void IfcInFiler::reportNoMatch(const char* value, const wchar_t* enumName) {
-    fail("no such literal");
+    fail(LossCause::kNoLiteral);
     if (exact()) return;
     load_->log << L"\nFailed to match string " << value << L" as a value of enum class " << enumName
                << L'\n';
 }
 
 void IfcInFiler::reportAmbiguousNull(const char* selectName) {
-    fail("no value");
+    fail(LossCause::kNoValue);
     if (!exact()) load_->log << L"Ambiguous null reference in " << selectName << L".\n";
 }
 
@@ -144,17 +146,17 @@ void IfcInFiler::reportInvalidType() {
 }
 
 void IfcInFiler::reportInvalidType(unsigned position) {
-    fail("value of the wrong kind");
+    fail(LossCause::kWrongKind);
     if (!exact()) load_->log << L"\nInvalid type of item " << position << L'\n';
 }
 
 void IfcInFiler::reportNotUnsigned(unsigned position) {
-    fail("negative number");
+    fail(LossCause::kNegative);
     if (!exact()) load_->log << L"\nUnsigned value expected at item " << position << L'\n';
 }
 
 void IfcInFiler::reportNoData() {
-    fail("missing parameter");
+    fail(LossCause::kMissing);
     if (!exact()) load_->log << L"\nNo data to read\n";
 }
 

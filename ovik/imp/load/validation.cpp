@@ -6,6 +6,7 @@
 #include "ovik/base/deepstack.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/load/validationimp.h"
+#include "ovik/imp/losscause.h"
 
 namespace Ovik {
 
@@ -46,8 +47,14 @@ unsigned ValidationContextImp::run() {
 int ValidationContextImp::validateRef(IfcEntity* target) {
     EntityEntry* const entry = load_.entries.find(target->ifcId());
     if (!entry) return kNotLoaded;
-    if (entry->isDone()) return entry->isValid() ? kValid : kInvalid;
-    return callDeep([&] { return validate(*entry); });
+    if (entry->isDone()) {
+        if (entry->isValid()) return kValid;
+        return fail(LossCause::kToRemoved);
+    }
+    const bool isCircle = entry->isVisiting();
+    const int code = callDeep([&] { return validate(*entry); });
+    if (code != kValid) fail(isCircle ? LossCause::kInCircle : LossCause::kToRemoved);
+    return code;
 }
 
 int ValidationContextImp::validate(EntityEntry& entry) {
@@ -93,7 +100,7 @@ int ValidationContextImp::validate(EntityEntry& entry) {
     }
     if (code != kValid) {
         reportEntity(code);
-        load_.addLostRecord(IfcLoadReport::Invalid, load_.cause ? load_.cause : "not valid",
+        load_.addLostRecord(IfcLoadReport::Invalid, load_.cause ? load_.cause : LossCause::kInvalid,
                             load_.place);
     }
     // This holds for an entity in a circle too, whatever the inner visit left here: if the circle

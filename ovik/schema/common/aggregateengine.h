@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "ovik/imp/infiler.h"
+#include "ovik/imp/losscause.h"
 #include "ovik/imp/outfiler.h"
 #include "ovik/imp/validation.h"
 #include "ovik/imp/xbinary.h"
@@ -87,9 +88,12 @@ bool readAggregate(void* value, const AggregateType& type, IfcInFiler& in) {
     // A member that held something before may have room for fewer than the list has.
     for (unsigned i = 0; i < count && !Internals::isFull(storage); ++i) {
         element.setCursor(i);
-        readElement(storage, type.element, element);
+        if (!readElement(storage, type.element, element)) {
+            element.setCursor(i);
+            element.lost(LossCause::kUnknownType);
+        }
     }
-    return storage.size() >= type.lower;
+    return storage.size() >= type.lower || in.fail(LossCause::kTooFew);
 }
 
 /// The elements of this list are looked at and none is kept, so it never has what it needs, and a
@@ -130,8 +134,13 @@ int validateAggregate(void* value, const AggregateType& type, ValidationContext&
     // linear however many fail.
     unsigned first = size;
     for (unsigned i = size; i-- > 0;) {
-        const int code = validateValue(type.element, elements + i, context);
-        if (code == kValid && --first != i) elements[first] = std::move(elements[i]);
+        if (validateValue(type.element, elements + i, context) != kValid) {
+            context.enterElement(i);
+            context.lost(LossCause::kToNothing);
+            context.leaveElement();
+        } else if (--first != i) {
+            elements[first] = std::move(elements[i]);
+        }
     }
     if (first != 0) {
         std::move(elements + first, elements + size, elements);

@@ -2,6 +2,7 @@
 #include "ovik/base/ascii.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/infiler.h"
+#include "ovik/imp/losscause.h"
 #include "ovik/schema/common/engine.h"
 #include "ovik/schema/common/visit.h"
 
@@ -18,6 +19,7 @@ bool readEnumOrDefault(Enumeration& value, const EnumType& type, IfcInFiler& in)
         if (isNull) {
             Internals::tag(value) = type.notDefined;
             in.warnDefaultEnum();
+            in.substituted(LossCause::kNoValue);
             return true;
         }
     }
@@ -95,6 +97,7 @@ bool readAttributes(IfcEntity& entity, Attributes attributes, IfcInFiler& in, De
     for (const Attribute& attribute : attributes) {
         const bool isDerived = derived & 1;
         derived >>= 1;
+        in.setAttribute(attribute.name, attribute.offset);
         if (isDerived ? !in.skipDerived() : !readAttribute(attribute, &entity, in)) return false;
     }
     return true;
@@ -118,7 +121,7 @@ bool readEntityChoice(Select& value, const SelectType& type, IfcInFiler& in, int
     if (!target && !type.soleEntity) {
         // Which choice it is can't be told before the target has been read.
         if (!in.secondPass()) throw SelectorNeedSecondPassRead();
-        return false;
+        return in.fail(LossCause::kToNothing);
     }
     for (std::size_t tag = 0; tag < type.choices.size(); ++tag) {
         const Choice& choice = type.choices[tag];
@@ -129,7 +132,7 @@ bool readEntityChoice(Select& value, const SelectType& type, IfcInFiler& in, int
             return true;
         }
     }
-    return false;
+    return in.fail(LossCause::kToWrongClass);
 }
 
 // The choice whose type name the typed value at the cursor bears.
@@ -173,6 +176,7 @@ bool readSelect(Select& value, const SelectType& type, IfcInFiler& in) {
             const Choice& choice = type.choices[tag];
             if (!choice.type.is(Kind::Select)) continue;
             if (readValue(choice.type, fieldAt(&value, choice.offset), in)) {
+                in.clearCause();
                 Internals::tag(value) = static_cast<std::int32_t>(tag);
                 return true;
             }

@@ -3,6 +3,7 @@
 
 #include "ovik/base/ascii.h"
 #include "ovik/imp/ifcentity.h"
+#include "ovik/imp/losscause.h"
 #include "ovik/schema/common/engine.h"
 #include "ovik/schema/common/visit.h"
 
@@ -18,11 +19,15 @@ int report(int code, const char* attributeName, ValidationContext& context) {
 // one fails its owner.
 int validateReferenceAttribute(const Attribute& attribute, EntityId& handle,
                                ValidationContext& context) {
-    if (attribute.optional && !handle()) return kValid;
+    if (attribute.optional && !handle()) {
+        if (!handle.isNull()) context.lost(LossCause::kToNothing);
+        return kValid;
+    }
     const int code = validateReference(handle, attribute.type.entity, context);
     if (code == kValid) return kValid;
     report(code, attribute.name, context);
     if (!attribute.optional) return code;
+    context.lost(LossCause::kToNothing);
     handle.setNull();
     return kValid;
 }
@@ -39,6 +44,7 @@ int validateAttribute(const Attribute& attribute, void* entity, ValidationContex
     if (code == kValid) return kValid;
     report(code, attribute.name, context);
     if (!flag) return code;
+    context.lost(LossCause::kTooFew);
     *flag = false;
     return kValid;
 }
@@ -70,6 +76,7 @@ int validateAttributes(IfcEntity& entity, Attributes attributes, ValidationConte
         const bool isDerived = derived & 1;
         derived >>= 1;
         if (isDerived || !attribute.type.canRefer) continue;
+        context.setAttribute(attribute.name, attribute.offset);
         const int code = validateAttribute(attribute, &entity, context);
         if (code != kValid) return code;
     }
@@ -81,8 +88,10 @@ int validateValue(const ValueType& type, void* field, ValidationContext& context
 }
 
 int validateReference(const EntityId& handle, const RtClass* type, ValidationContext& context) {
-    IfcEntity* target = targetOf(handle, type);
-    return target ? context.validateRef(target) : static_cast<int>(kInvalid);
+    if (IfcEntity* target = targetOf(handle, type)) return context.validateRef(target);
+    return context.fail(handle.isNull() ? LossCause::kNoValue
+                        : handle()      ? LossCause::kToWrongClass
+                                        : LossCause::kToNothing);
 }
 
 int validateSelect(Select& value, const SelectType& type, ValidationContext& context) {

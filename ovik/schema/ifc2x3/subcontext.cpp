@@ -4,6 +4,7 @@
 // `*`, can't be read strictly.
 #include "ovik/ifc2x3/IfcGeometricRepresentationSubContext.h"
 #include "ovik/imp/infiler.h"
+#include "ovik/imp/losscause.h"
 #include "ovik/schema/common/engine.h"
 
 namespace Ovik {
@@ -24,6 +25,7 @@ bool IFC2X3::IfcGeometricRepresentationSubContext::read(IfcInFiler& in) {
         }
         in.warnDerivedIgnored();
         if (!Schema::readAttributes(dropped, {&attribute, 1}, in)) return false;
+        in.lost(LossCause::kDerived);
     }
     return Schema::readAttributes(*this, s_attributes, in);
 }
