@@ -14,18 +14,30 @@ if(TARGET ovik_tool)
   set_target_properties(ovik_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${ovik_lib_from_bin}")
 endif()
 
-# What no header of the interface includes stays at home. The package test compiles all headers
-# from the installation, so it fails if something needed is named here.
-set(ovik_internal_headers
-  api/access api/desctables
-  base/ascii base/deepstack base/inputfile base/outputfile
-  imp/headerparameters imp/hexdigit imp/ifcentitypool imp/modelimp imp/load/[a-z]+ imp/save/[a-z]+
-  schema/common/aggregateengine schema/common/backrefs schema/common/orientededge schema/common/selectaccess
-  schema/ifc[a-z0-9]+/namehash schema/generator/[a-z]+)
-list(JOIN ovik_internal_headers "|" ovik_internal_headers)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/ovik ${PROJECT_BINARY_DIR}/generated/ovik
-  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILES_MATCHING PATTERN "*.h" REGEX "/ovik/(${ovik_internal_headers})\\.h$" EXCLUDE)
+# The headers of the interface, beside the generated ones of the schemas: what ovik.h, api.h,
+# parser.h and the class headers need, and nothing else. The package test fails if one of them
+# includes another that is not named here.
+set(ovik_public_headers
+  api.h ovik.h parser.h
+  api/desc.h api/handle.h api/model.h api/values.h
+  base/errlog.h base/export.h base/fastheap.h base/progressmeter.h
+  imp/base64guid.h imp/entityid.h imp/ifcentity.h imp/ifcheader.h imp/ifcmodel.h imp/infiler.h
+  imp/loadcontext.h imp/loadreport.h imp/logical.h imp/outfiler.h imp/readoptions.h imp/result.h
+  imp/rtclass.h imp/savereport.h imp/schemaid.h imp/utf8.h imp/validation.h imp/variant.h
+  imp/xbinary.h imp/xstring.h
+  parser/fileoutput.h parser/flexlexer.h parser/items.h parser/location.h parser/output.h
+  parser/parsedstream.h parser/parser.h parser/scanner.h
+  schema/common/aggregate.h schema/common/engine.h schema/common/entity.h
+  schema/common/enumeration.h schema/common/namehash.h schema/common/select.h
+  schema/common/types.h schema/common/wideselect.h
+  spatial/ifcspatialstructure.h)
+foreach(header IN LISTS ovik_public_headers)
+  cmake_path(GET header PARENT_PATH folder)
+  install(FILES ${PROJECT_SOURCE_DIR}/ovik/${header}
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ovik/${folder})
+endforeach()
+install(DIRECTORY ${PROJECT_BINARY_DIR}/generated/ovik DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN "*.h")
 
 install(EXPORT OvikTargets NAMESPACE Ovik:: DESTINATION ${ovik_package_dir})
 configure_package_config_file(cmake/OvikConfig.cmake.in ${PROJECT_BINARY_DIR}/OvikConfig.cmake

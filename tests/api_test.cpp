@@ -49,6 +49,9 @@ TEST_F(Api, VariantsTellWhatTheyHold) {
         {true, 0},
         {1, 1},
         {1u, 2},
+        {-1L, 1},
+        {std::size_t{4000000000}, 2},
+        {4000000000L, 12},  // fits no int
         {1.5, 3},
         {String(u"x"), 4},
         {wall, 5},
@@ -72,16 +75,18 @@ TEST_F(Api, VariantsTellWhatTheyHold) {
     }
     EXPECT_TRUE(kCases[0].first.getBool());
     EXPECT_EQ(Variant(-3).getInt(), -3);
+    EXPECT_EQ(Variant(-3LL).getInt(), -3);
+    EXPECT_EQ(Variant(4000000000ull).getUInt(), 4000000000u);
     EXPECT_EQ(Variant(4000000000u).getUInt(), 4000000000u);
-    EXPECT_EQ(kCases[3].first.getReal(), 1.5);
-    EXPECT_EQ(text(kCases[4].first.getString()), u"x");
-    EXPECT_TRUE(kCases[5].first.getEntity().isKindOf(Ifc4::IfcWall));
-    EXPECT_TRUE(kCases[6].first.getLogical().isUnknown());
-    EXPECT_STREQ(kCases[7].first.getBinary().getEncodedString(), "04");
-    EXPECT_STREQ(kCases[8].first.getGuid().getBase64(), "2O2Fr$t4X7Zf8NOew3FLOH");
-    EXPECT_STREQ(kCases[9].first.getEnum().getValue(), "SOLIDWALL");
-    EXPECT_STREQ(kCases[10].first.getSelect().tag(), "IfcBinary");
-    EXPECT_EQ(kCases[11].first.getVector().size(), 0u);
+    EXPECT_EQ(kCases[6].first.getReal(), 1.5);
+    EXPECT_EQ(text(kCases[7].first.getString()), u"x");
+    EXPECT_TRUE(kCases[8].first.getEntity().isKindOf(Ifc4::IfcWall));
+    EXPECT_TRUE(kCases[9].first.getLogical().isUnknown());
+    EXPECT_STREQ(kCases[10].first.getBinary().getEncodedString(), "04");
+    EXPECT_STREQ(kCases[11].first.getGuid().getBase64(), "2O2Fr$t4X7Zf8NOew3FLOH");
+    EXPECT_STREQ(kCases[12].first.getEnum().getValue(), "SOLIDWALL");
+    EXPECT_STREQ(kCases[13].first.getSelect().tag(), "IfcBinary");
+    EXPECT_EQ(kCases[14].first.getVector().size(), 0u);
 }
 
 // A handle holds its own copy, and one that is moved in is taken over.
@@ -131,7 +136,7 @@ TEST_F(Api, CopiesAreDeep) {
     String word = u"w";
     String other = word;
     other.setEmpty();
-    EXPECT_TRUE(other.isEmpty());
+    EXPECT_TRUE(other.isEmpty() && String(nullptr).isEmpty() && Binary(nullptr).isEmpty());
     EXPECT_EQ(text(word), u"w");
     EXPECT_EQ(text(String::decode("\\S\\d")), u"\u00e4");
     EXPECT_STREQ(fromUtf8("\u00e4").getEncoded(), "\\S\\d");

@@ -40,7 +40,7 @@ struct Access {
     /// A handle that owns `inner`, made by `new`.
     template <class H, class T>
     static H make(T* inner) {
-        return H(inner);
+        return H(Handle<T>(inner));
     }
     /// What `handle` owned; the handle is left moved from.
     template <class H>

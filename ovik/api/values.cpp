@@ -38,7 +38,7 @@ H copyOf(const Base* holder) {
 String::String(const char16_t* text) : inner_(new XString(text)) {}
 
 String String::decode(const char* encoded) {
-    return String(new XString(XString::decode(encoded)));
+    return Access::make<String>(new XString(XString::decode(encoded)));
 }
 
 const char16_t* String::c_str() const {
@@ -102,15 +102,15 @@ void Binary::clear() {
 Guid::Guid() : inner_(new Base64Guid) {}
 
 Guid Guid::create() {
-    return Guid(new Base64Guid(Base64Guid::create()));
+    return Access::make<Guid>(new Base64Guid(Base64Guid::create()));
 }
 
 Guid Guid::createFromBase64(const char* base64) {
-    return Guid(new Base64Guid(Base64Guid::createFromBase64(base64)));
+    return Access::make<Guid>(new Base64Guid(Base64Guid::createFromBase64(base64)));
 }
 
 Guid Guid::createFromText(const char* text) {
-    return Guid(new Base64Guid(Base64Guid::createFromText(text)));
+    return Access::make<Guid>(new Base64Guid(Base64Guid::createFromText(text)));
 }
 
 const char* Guid::getBase64() const {

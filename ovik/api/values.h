@@ -4,9 +4,12 @@
 #pragma once
 
 #include <compare>
+#include <concepts>
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 #include "ovik/api/handle.h"
 
@@ -17,7 +20,9 @@ class SelectorDesc;
 class Variant;
 class VectorDesc;
 
-/// Result of an operation that gets or sets a value. The numbers are the facade's own.
+/// Result of an operation that gets or sets a value. The names are those of the library's own set,
+/// `Ovik::Result`, and the numbers are not: a program that sees both namespaces gives this one a
+/// short name, as `namespace api = Ovik::IfcApi`, rather than opening both.
 enum Result {
     ResultOk = 0,         ///< done
     ResultUnset = 1,      ///< the attribute exists and has no value
@@ -67,7 +72,7 @@ class OVIK_API String {
 
  private:
     friend struct Access;
-    explicit String(XString* inner) : inner_(inner) {}
+    explicit String(Handle<XString> inner) : inner_(std::move(inner)) {}
     Handle<XString> inner_;
 };
 
@@ -98,7 +103,7 @@ class OVIK_API Binary {
 
  private:
     friend struct Access;
-    explicit Binary(XBinary* inner) : inner_(inner) {}
+    explicit Binary(Handle<XBinary> inner) : inner_(std::move(inner)) {}
     Handle<XBinary> inner_;
 };
 
@@ -125,7 +130,7 @@ class OVIK_API Guid {
 
  private:
     friend struct Access;
-    explicit Guid(Base64Guid* inner) : inner_(inner) {}
+    explicit Guid(Handle<Base64Guid> inner) : inner_(std::move(inner)) {}
     Handle<Base64Guid> inner_;
 };
 
@@ -144,7 +149,7 @@ class OVIK_API Logical {
 
  private:
     friend struct Access;
-    explicit Logical(Ovik::Logical* inner) : inner_(inner) {}
+    explicit Logical(Handle<Ovik::Logical> inner) : inner_(std::move(inner)) {}
     Handle<Ovik::Logical> inner_;
 };
 
@@ -163,7 +168,7 @@ class OVIK_API EnumValue {
 
  private:
     friend struct Access;
-    explicit EnumValue(IfcEnumValue* inner) : inner_(inner) {}
+    explicit EnumValue(Handle<IfcEnumValue> inner) : inner_(std::move(inner)) {}
     Handle<IfcEnumValue> inner_;
 };
 
@@ -186,7 +191,7 @@ class OVIK_API SelectValue {
 
  private:
     friend struct Access;
-    explicit SelectValue(IfcSelectValueBase* inner) : inner_(inner) {}
+    explicit SelectValue(Handle<IfcSelectValueBase> inner) : inner_(std::move(inner)) {}
     Handle<IfcSelectValueBase> inner_;
 };
 
@@ -209,9 +214,14 @@ class OVIK_API VectorValue {
 
  private:
     friend struct Access;
-    explicit VectorValue(IfcVectorValueBase* inner) : inner_(inner) {}
+    explicit VectorValue(Handle<IfcVectorValueBase> inner) : inner_(std::move(inner)) {}
     Handle<IfcVectorValueBase> inner_;
 };
+
+/// An integer of another type than attributes have, such as a `std::size_t`.
+template <class T>
+concept LongInteger = std::same_as<T, long> || std::same_as<T, long long> ||
+    std::same_as<T, unsigned long> || std::same_as<T, unsigned long long>;
 
 /// A value of any kind. Nothing is ever converted from one kind to another.
 class OVIK_API Variant {
@@ -223,6 +233,13 @@ class OVIK_API Variant {
     Variant(bool value);
     Variant(unsigned value);
     Variant(double value);
+    /// The same as an `int`, or as an `unsigned` if its type has no sign; nothing if it doesn't
+    /// fit.
+    template <LongInteger T>
+    Variant(T value) : Variant() {
+        using Narrow = std::conditional_t<std::is_signed_v<T>, int, unsigned>;
+        if (std::in_range<Narrow>(value)) *this = Variant(static_cast<Narrow>(value));
+    }
     Variant(const String& value);
     Variant(const Logical& value);
     Variant(const Binary& value);
@@ -256,7 +273,7 @@ class OVIK_API Variant {
 
  private:
     friend struct Access;
-    explicit Variant(IfcVariant* inner) : inner_(inner) {}
+    explicit Variant(Handle<IfcVariant> inner) : inner_(std::move(inner)) {}
     Handle<IfcVariant> inner_;
 };
 

@@ -20,6 +20,20 @@ endforeach()
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/first)
 # An installation has to work from wherever it is moved to.
 file(RENAME ${WORK_DIR}/first ${WORK_DIR}/prefix)
+
+# Whatever an installed header includes is installed too.
+set(include ${WORK_DIR}/prefix/include)
+file(GLOB_RECURSE headers RELATIVE ${include} ${include}/*.h)
+foreach(header IN LISTS headers)
+  file(STRINGS ${include}/${header} lines REGEX "^#include \"")
+  foreach(line IN LISTS lines)
+    string(REGEX REPLACE "^#include \"(.*)\".*" "\\1" included "${line}")
+    if(NOT EXISTS ${include}/${included})
+      message(SEND_ERROR "${header} includes ${included}, which cmake/install.cmake doesn't name")
+    endif()
+  endforeach()
+endforeach()
+
 set(ENV{PKG_CONFIG_PATH} ${WORK_DIR}/prefix/${LIBDIR}/pkgconfig)
 run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${source_dir} -B ${WORK_DIR}/build
   -D CMAKE_CXX_COMPILER=${COMPILER} "-DCMAKE_CXX_FLAGS=${FLAGS}"
