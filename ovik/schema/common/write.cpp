@@ -56,7 +56,7 @@ void writeValue(const ValueType& type, const void* field, IfcOutFiler& out) {
 void writeSelect(const Select& value, const SelectType& type, IfcOutFiler& out) {
     const Choice* choice = currentChoice(value, type);
     if (!choice) return;
-    const void* field = fieldAt(&value, choice->offset);
+    const void* field = choiceField(value, type, *choice);
     if (choice->type.is(Kind::Entity) || choice->type.is(Kind::Select)) {
         writeValue(choice->type, field, out);
     } else {
