@@ -13,8 +13,6 @@ namespace Ovik {
 // The array's private operations.
 struct IfcEntityPtrArrayTest {
     static bool remove(IfcEntityPtrArray& array, unsigned index) { return array.remove(index); }
-    static unsigned capacity(const IfcEntityPtrArray& array) { return array.capacity_; }
-    static const void* buffer(const IfcEntityPtrArray& array) { return array.data_; }
 };
 
 namespace {
@@ -122,17 +120,11 @@ TEST(IfcEntityPtrArray, GrowsCopiesAndRemoves) {
 
     IfcEntityPtrArray array;
     EXPECT_EQ(array.size(), 0u);
-    EXPECT_EQ(Private::buffer(array), nullptr);
-    EXPECT_EQ(Private::capacity(array), 4u);
     IfcEntityPtrArray copyOfEmpty(array);
-    EXPECT_NE(Private::buffer(copyOfEmpty), nullptr);
     copyOfEmpty.add(entities[0]);
     EXPECT_EQ(copyOfEmpty[0], entities[0]);
 
-    for (unsigned i = 0; i < 9; ++i) {
-        array.add(entities[i]);
-        EXPECT_EQ(Private::capacity(array), i < 4 ? 4u : i < 8 ? 8u : 16u);
-    }
+    for (IfcEntity* entity : entities) array.add(entity);
     array.add(entities[0]);  // twice is twice
     EXPECT_EQ(array.size(), 10u);
 
@@ -140,15 +132,12 @@ TEST(IfcEntityPtrArray, GrowsCopiesAndRemoves) {
     copy.add(entities[1]);
     copy = array;
     copy = *&copy;
-    EXPECT_EQ(Private::capacity(copy), 16u);
-    EXPECT_NE(Private::buffer(copy), Private::buffer(array));
 
     EXPECT_FALSE(Private::remove(copy, 10));
     EXPECT_EQ(copy.size(), 10u);
     EXPECT_TRUE(Private::remove(copy, 9));
     EXPECT_TRUE(Private::remove(copy, 0));
     EXPECT_EQ(copy.size(), 8u);
-    EXPECT_EQ(Private::capacity(copy), 16u);
     for (unsigned i = 0; i < 8; ++i) EXPECT_EQ(copy[i], entities[i + 1]);
     EXPECT_EQ(array[0], entities[0]);
 }

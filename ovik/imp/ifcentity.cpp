@@ -4,71 +4,60 @@
 #include <algorithm>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 #include "ovik/imp/base64guid.h"
 #include "ovik/imp/ifcmodel.h"
 #include "ovik/imp/modelimp.h"
 
 namespace Ovik {
+constinit RtClass IfcEntity::s_type("IfcEntity", nullptr);
+
 namespace {
 
-IfcEntity** allocate(unsigned capacity) {
-    void* const memory = std::malloc(capacity * sizeof(IfcEntity*));
-    if (!memory) throw std::bad_alloc();
-    return static_cast<IfcEntity**>(memory);
-}
+constexpr unsigned kFirstCapacity = 4;
 
 }  // namespace
 
-constinit RtClass IfcEntity::s_type("IfcEntity", nullptr);
-
-IfcEntityPtrArray::IfcEntityPtrArray(const IfcEntityPtrArray& other) {
-    copy(other);
+IfcEntityPtrArray::Buffer* IfcEntityPtrArray::copyOf(Buffer* source, unsigned capacity) {
+    void* const memory = std::malloc(sizeof(Buffer) + capacity * sizeof(IfcEntity*));
+    if (!memory) throw std::bad_alloc();
+    auto* const buffer = new (memory) Buffer{source ? source->size : 0, capacity};
+    if (source) std::copy_n(source->elements(), source->size, buffer->elements());
+    return buffer;
 }
+
+IfcEntityPtrArray::IfcEntityPtrArray(const IfcEntityPtrArray& other)
+    : buffer_(other.buffer_ ? copyOf(other.buffer_, other.buffer_->capacity) : nullptr) {}
 
 IfcEntityPtrArray& IfcEntityPtrArray::operator=(const IfcEntityPtrArray& other) {
     if (this != &other) {
-        destroy();
-        copy(other);
+        std::free(std::exchange(buffer_, nullptr));
+        if (other.buffer_) buffer_ = copyOf(other.buffer_, other.buffer_->capacity);
     }
     return *this;
 }
 
 IfcEntityPtrArray::~IfcEntityPtrArray() {
-    destroy();
+    std::free(buffer_);
 }
 
 void IfcEntityPtrArray::add(IfcEntity* entity) {
-    if (!data_) {
-        data_ = allocate(capacity_);
-    } else if (size_ == capacity_) {
-        IfcEntity** const larger = allocate(capacity_ * 2);
-        std::copy_n(data_, size_, larger);
-        std::free(data_);
-        data_ = larger;
-        capacity_ *= 2;
+    if (!buffer_) {
+        buffer_ = copyOf(nullptr, kFirstCapacity);
+    } else if (buffer_->size == buffer_->capacity) {
+        Buffer* const larger = copyOf(buffer_, buffer_->capacity * 2);
+        std::free(std::exchange(buffer_, larger));
     }
-    data_[size_++] = entity;
+    buffer_->elements()[buffer_->size++] = entity;
 }
 
 bool IfcEntityPtrArray::remove(unsigned index) {
-    if (index >= size_) return false;
-    std::copy(data_ + index + 1, data_ + size_, data_ + index);
-    --size_;
+    if (index >= size()) return false;
+    IfcEntity** const elements = buffer_->elements();
+    std::copy(elements + index + 1, elements + buffer_->size, elements + index);
+    --buffer_->size;
     return true;
-}
-
-void IfcEntityPtrArray::copy(const IfcEntityPtrArray& other) {
-    data_ = allocate(other.capacity_);
-    capacity_ = other.capacity_;
-    size_ = other.size_;
-    std::copy_n(other.data_, size_, data_);
-}
-
-void IfcEntityPtrArray::destroy() {
-    std::free(data_);
-    data_ = nullptr;
-    size_ = 0;
 }
 
 IfcEntity::~IfcEntity() = default;

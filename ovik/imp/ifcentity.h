@@ -19,7 +19,8 @@ namespace Schema {
 struct Internals;
 }
 
-/// A growable array of entity pointers. It owns its buffer and not the entities.
+/// A growable array of entity pointers. It owns its buffer and not the entities. Every entity has
+/// one and few use it, so an empty one is a null pointer: size and capacity stand in the buffer.
 class OVIK_API IfcEntityPtrArray {
  public:
     /// An empty array; the buffer, for 4 elements, comes with the first `add`.
@@ -28,11 +29,11 @@ class OVIK_API IfcEntityPtrArray {
     IfcEntityPtrArray& operator=(const IfcEntityPtrArray& other);
     ~IfcEntityPtrArray();
 
-    unsigned size() const { return size_; }
+    unsigned size() const { return buffer_ ? buffer_->size : 0; }
 
     /// The element at `index`, which is not checked.
-    IfcEntity* const& operator[](unsigned index) const { return data_[index]; }
-    IfcEntity*& operator[](unsigned index) { return data_[index]; }
+    IfcEntity* const& operator[](unsigned index) const { return buffer_->elements()[index]; }
+    IfcEntity*& operator[](unsigned index) { return buffer_->elements()[index]; }
 
     /// Appends `entity`, doubling the capacity when it is used up. Duplicates are kept.
     void add(IfcEntity* entity);
@@ -40,13 +41,19 @@ class OVIK_API IfcEntityPtrArray {
  private:
     friend struct IfcEntityPtrArrayTest;
 
-    bool remove(unsigned index);
-    void copy(const IfcEntityPtrArray& other);
-    void destroy();
+    struct alignas(IfcEntity*) Buffer {
+        unsigned size;
+        unsigned capacity;
 
-    IfcEntity** data_ = nullptr;
-    unsigned size_ = 0;
-    unsigned capacity_ = 4;
+        /// The elements stand behind.
+        IfcEntity** elements() { return reinterpret_cast<IfcEntity**>(this + 1); }
+    };
+
+    bool remove(unsigned index);
+    /// A copy of the first elements of `source`, which may be null, with room for `capacity`.
+    static Buffer* copyOf(Buffer* source, unsigned capacity);
+
+    Buffer* buffer_ = nullptr;
 };
 
 /// What every entity of both schemas has. Entities belong to a model's pool, are referred to by
@@ -132,9 +139,9 @@ class OVIK_API IfcEntity {
     static RtClass s_type;
 
     int ifcId_ = 0;
+    int userData_ = 0;
     EntityId id_;
     IfcEntityPtrArray backRefs_;
-    int userData_ = 0;
 };
 
 }  // namespace Ovik

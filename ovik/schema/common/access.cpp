@@ -117,14 +117,14 @@ const Choice* currentChoice(const Select& value, const SelectType& type) {
 
 void getSelect(const Select& value, const SelectType& type, IfcVariant& out) {
     if (const Choice* choice = currentChoice(value, type)) {
-        getValue(choice->type, fieldAt(&value, choice->offset), out);
+        getValue(choice->type, choiceField(value, type, *choice), out);
     }
 }
 
 Result setSelect(Select& value, const SelectType& type, const char* name, const IfcVariant& in) {
     const Choice* choice = findByName(type.choices, *type.hash, name);
     if (!choice) return ResultNotFound;
-    const Result result = setValue(choice->type, fieldAt(&value, choice->offset), in);
+    const Result result = setValue(choice->type, choiceField(value, type, *choice), in);
     if (result == ResultOk) {
         Internals::tag(value) = static_cast<std::int32_t>(choice - type.choices.data());
     }

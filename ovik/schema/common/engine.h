@@ -13,6 +13,8 @@ class IfcEntity;
 
 namespace Schema {
 
+class Select;
+
 using Attributes = std::span<const Attribute>;
 
 /// Attributes that a subclass redeclares as derived, as bits by their position in the table of the
@@ -38,6 +40,10 @@ bool readValue(const ValueType& type, void* field, IfcInFiler& in);
 void writeValue(const ValueType& type, const void* field, IfcOutFiler& out);
 OVIK_API void getValue(const ValueType& type, const void* field, IfcVariant& out);
 OVIK_API Result setValue(const ValueType& type, void* field, const IfcVariant& in);
+
+/// The field of a choice of the select; `choice` is one of those of `type`.
+void* choiceField(Select& value, const SelectType& type, const Choice& choice);
+const void* choiceField(const Select& value, const SelectType& type, const Choice& choice);
 
 /// Validates what the value at `field` refers to; plain values are valid.
 int validateValue(const ValueType& type, void* field, ValidationContext& context);

@@ -1,4 +1,6 @@
 // Reading of attributes, values and selects from the items of a record.
+#include <algorithm>
+
 #include "ovik/base/ascii.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/infiler.h"
@@ -127,12 +129,26 @@ bool readEntityChoice(Select& value, const SelectType& type, IfcInFiler& in, int
         const Choice& choice = type.choices[tag];
         if (!choice.type.is(Kind::Entity)) continue;
         if (type.soleEntity || isKindOf(target->isA(), choice.type.entity)) {
-            valueAt<EntityId>(fieldAt(&value, choice.offset)) = handle;
+            valueAt<EntityId>(choiceField(value, type, choice)) = handle;
             Internals::tag(value) = static_cast<std::int32_t>(tag);
             return true;
         }
     }
     return in.fail(LossCause::kToWrongClass);
+}
+
+// Of the dozens of names the length alone rules out most.
+bool hasName(const Choice& choice, const std::string& name) {
+    return choice.recordName.size() == name.size() &&
+           compareNoCase(name.c_str(), choice.recordName.data()) == 0;
+}
+
+// Is there a choice of a plain value or an aggregate with this name, here or in a nested select?
+bool knows(const SelectType& type, const std::string& name) {
+    return std::ranges::any_of(type.choices, [&](const Choice& choice) {
+        if (choice.type.is(Kind::Select)) return knows(*choice.type.select, name);
+        return !choice.type.is(Kind::Entity) && hasName(choice, name);
+    });
 }
 
 // The choice whose type name the typed value at the cursor bears.
@@ -143,13 +159,9 @@ bool readTypedChoice(Select& value, const SelectType& type, IfcInFiler& in) {
     for (std::size_t tag = 0; tag < type.choices.size(); ++tag) {
         const Choice& choice = type.choices[tag];
         if (choice.type.is(Kind::Entity) || choice.type.is(Kind::Select)) continue;
-        // Of the dozens of names the length alone rules out most.
-        if (choice.recordName.size() != name.size() ||
-            compareNoCase(name.c_str(), choice.recordName.data()) != 0) {
-            continue;
-        }
+        if (!hasName(choice, name)) continue;
         IfcInFiler innerFiler(in, item->value);
-        if (!readValue(choice.type, fieldAt(&value, choice.offset), innerFiler)) {
+        if (!readValue(choice.type, choiceField(value, type, choice), innerFiler)) {
             in.reportFailed(choice.recordName.data());
             return false;
         }
@@ -172,10 +184,14 @@ bool readSelect(Select& value, const SelectType& type, IfcInFiler& in) {
         }
     }
     if (type.hasSelects) {
+        const ItemBase* item = in.peek();
+        const auto* typed = item ? item->as<ItemChoice>() : nullptr;
         for (std::size_t tag = 0; tag < type.choices.size(); ++tag) {
             const Choice& choice = type.choices[tag];
             if (!choice.type.is(Kind::Select)) continue;
-            if (readValue(choice.type, fieldAt(&value, choice.offset), in)) {
+            // A select that does not know the name would come into being in vain.
+            if (typed && !knows(*choice.type.select, typed->name->text)) continue;
+            if (readValue(choice.type, choiceField(value, type, choice), in)) {
                 in.clearCause();
                 Internals::tag(value) = static_cast<std::int32_t>(tag);
                 return true;

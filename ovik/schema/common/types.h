@@ -46,6 +46,7 @@ enum class Kind : std::uint8_t {
 
 struct AggregateType;
 struct EnumType;
+struct FieldOps;
 struct SelectType;
 
 /// The type of an attribute, of a choice or of an element: its kind and, where the kind alone does
@@ -105,7 +106,8 @@ struct Choice {
     std::string_view recordName;  ///< in capitals, as in a file; a literal
     std::uint32_t hash;           ///< of `name`
     ValueType type;
-    std::uint32_t offset;  ///< of the field in the select
+    std::uint32_t offset;  ///< of the field in the select; 0 in a wide one
+    const FieldOps* ops;   ///< of the field in a wide select; else null
 };
 
 /// A select: its choices in the order of their tags.
@@ -123,9 +125,11 @@ struct SelectType {
     bool hasSelects;   ///< a choice is itself a select
     bool hasValues;    ///< a choice is a plain value or an aggregate
     bool soleEntity;   ///< one entity choice, and no other in any nested select
+    std::size_t room;  ///< of a wide select, for the first field that is touched; else 0
 
     constexpr SelectType(const char* selectName, const NameHash* nameHash,
-                         std::span<const Choice> allChoices, Box boxValue, Unbox unboxValue)
+                         std::span<const Choice> allChoices, Box boxValue, Unbox unboxValue,
+                         std::size_t wideRoom = 0)
         : name(selectName),
           hash(nameHash),
           choices(allChoices),
@@ -134,7 +138,8 @@ struct SelectType {
           hasEntities(count(&isEntity) > 0),
           hasSelects(count(&isSelect) > 0),
           hasValues(count(&isEntity) + count(&isSelect) < std::ssize(choices)),
-          soleEntity(count(&isEntity) == 1 && count(&refersFurther) == 0) {}
+          soleEntity(count(&isEntity) == 1 && count(&refersFurther) == 0),
+          room(wideRoom) {}
 
  private:
     static constexpr bool isEntity(const Choice& c) { return c.type.is(Kind::Entity); }
@@ -186,6 +191,14 @@ struct Internals {
     template <class T, class Base>
     static constexpr bool selectBeginsWith = offsetof(T, tag_) == offsetof(Base, tag_);
 #pragma GCC diagnostic pop
+
+    // The fields of a wide select.
+    static void* touch(auto& wide, int choice, const FieldOps& ops, std::size_t room) {
+        return wide.touch(choice, ops, room);
+    }
+    static const void* find(const auto& wide, int choice) {
+        return wide.find(choice);
+    }
 
     // The storage of an aggregate behind its public operations.
     template <class A>

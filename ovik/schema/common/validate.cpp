@@ -96,10 +96,10 @@ int validateReference(const EntityId& handle, const RtClass* type, ValidationCon
 
 int validateSelect(Select& value, const SelectType& type, ValidationContext& context) {
     const Choice* choice = currentChoice(value, type);
-    if (!choice) return kValid;
-    void* field = fieldAt(&value, choice->offset);
+    if (!choice || !(choice->type.is(Kind::Entity) || choice->type.is(Kind::Select))) return kValid;
+    if (!choice->type.canRefer) return kValid;
+    void* field = choiceField(value, type, *choice);
     if (choice->type.is(Kind::Select)) return validateValue(choice->type, field, context);
-    if (!choice->type.is(Kind::Entity)) return kValid;
     auto& handle = valueAt<EntityId>(field);
     if (handle.isNull()) return kValid;
     const int code = validateReference(handle, choice->type.entity, context);

@@ -60,7 +60,7 @@ void writeSelect(const Select& value, const SelectType& type, IfcOutFiler& out) 
         if (out.exact()) out.writeNull();
         return;
     }
-    const void* field = fieldAt(&value, choice->offset);
+    const void* field = choiceField(value, type, *choice);
     if (choice->type.is(Kind::Entity) || choice->type.is(Kind::Select)) {
         writeValue(choice->type, field, out);
     } else {

@@ -32,10 +32,10 @@ void {{schema}}::{{class}}::set{{name}}({{target}}* value) {
 
 constexpr const char* kValueAccessors = R"(
     {{mutableType}} get{{name}}() {
-        return {{field}};
+        return {{mutableField}};
     }
     {{constType}} get{{name}}() const {
-        return {{field}};
+        return {{constField}};
     }
     void set{{name}}({{argumentType}} value) {
         {{field}} = value;
@@ -54,6 +54,8 @@ std::string declareAccessors(const Member& member) {
         kValueAccessors,
         {{"name", member.name},
          {"field", member.field},
+         {"constField", member.constField},
+         {"mutableField", isByValue(member.type) ? member.constField : member.field},
          {"mutableType", mutableType(member.type)},
          {"constType", constType(member.type)},
          {"argumentType", argumentType(member.type)},
@@ -72,14 +74,15 @@ std::string defineAccessors(const Schema& schema, const std::string& cls, const 
 }
 
 std::string declareField(const Member& member) {
-    const bool hasInitial = member.type.isPlain() && plainType(member.type.plain).byValue();
     const std::string initial =
-        hasInitial ? " = " + std::string(plainType(member.type.plain).initial) : "";
+        isByValue(member.type) ? " = " + std::string(plainType(member.type.plain).initial) : "";
     return "    " + fieldType(member.type) + " " + member.field + initial + ";\n";
 }
 
 std::string typeOf(const Schema& schema, const Member& member) {
     const Entity* target = member.type.entity;
+    // A field that is made when it is touched has no declaration to ask.
+    if (member.constField != member.field) return "typeOf<" + fieldType(member.type) + ">()";
     return "typeOf<decltype(" + member.field + ")" +
            (target ? ", " + schema.name + "::" + target->name : "") + ">()";
 }

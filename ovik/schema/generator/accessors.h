@@ -13,8 +13,9 @@ namespace Ovik::Generator {
 struct Member {
     const std::string& name;
     const Type& type;
-    std::string field;
-    std::string afterSet;  ///< what a setter does besides, as a statement; may be empty
+    std::string field;               ///< to be changed
+    std::string afterSet;            ///< what a setter does besides, as a statement; may be empty
+    std::string constField = field;  ///< to be looked at
 };
 
 /// A pair of getters and a setter. What refers to an entity, whose class need not be known where

@@ -45,7 +45,7 @@ std::string fieldType(const Type& type) {
     return std::string(type.isPlain() ? plainType(type.plain).cpp : className(type));
 }
 
-static bool isByValue(const Type& type) {
+bool isByValue(const Type& type) {
     return type.isPlain() && plainType(type.plain).byValue();
 }
 

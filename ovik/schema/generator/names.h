@@ -24,6 +24,9 @@ std::string flagName(const std::string& name);
 /// The C++ type of a field of this type.
 std::string fieldType(const Type& type);
 
+/// True if accessors pass a value of this type itself: numbers and booleans.
+bool isByValue(const Type& type);
+
 /// The type that a getter of a constant object returns: `double`, `const XString&`, `const IfcX*`.
 std::string constType(const Type& type);
 

@@ -17,6 +17,12 @@ bool Select::hasEntities() const {
     return std::any_of(choices.begin(), choices.end(), [](auto& c) { return c.type.entity; });
 }
 
+bool Select::isWide() const {
+    constexpr int kMostSideBySide = 2;
+    return std::ranges::count_if(choices, [](const Choice& c) { return !c.type.entity; }) >
+           kMostSideBySide;
+}
+
 int Select::numEntityChoices() const {
     int count = 0;
     for (const Choice& choice : choices) {

@@ -46,6 +46,8 @@ struct Select {
     std::vector<Choice> choices;
 
     bool hasEntities() const;
+    /// True for a select with so many fields that they are made when they are touched.
+    bool isWide() const;
     /// Entity choices here and in nested selects.
     int numEntityChoices() const;
 };
