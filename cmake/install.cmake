@@ -18,8 +18,9 @@ endif()
 # from the installation, so it fails if something needed is named here.
 set(ovik_internal_headers
   api/access api/desctables
-  base/ascii base/deepstack base/inputfile
+  base/ascii base/deepstack base/inputfile base/realtext
   imp/hexdigit imp/ifcentitypool imp/modelimp imp/load/[a-z]+ imp/save/[a-z]+
+  parser/stringtext
   schema/common/aggregateengine schema/common/backrefs schema/common/orientededge schema/common/selectaccess
   schema/ifc[a-z0-9]+/namehash schema/generator/[a-z]+)
 list(JOIN ovik_internal_headers "|" ovik_internal_headers)
