@@ -45,10 +45,10 @@ TEST(Parser, Items) {
     const std::pair<const char*, const char*> cases[] = {
         {"()", "()"},
         {"('a' 'b'\n'c',1,1.5,#7,$,*,.T.,.F.,.U.,\"0F\")",
-         "('abc',1,R1.5,#7,$,*,true,false,.U.,\"0F~)"},
+         "('abc',1,1.5,#7,$,*,.T.,.F.,.U.,\"0F\")"},
         {"((),((1),(2,(*))),())", "((),((1),(2,(*))),())"},
         {"(IFCA('x' 'y'),IFCB(()),IFCC((1,IFCD($))),IFCE((*)))",
-         "(IFCA<'xy'>,IFCB<()>,IFCC<(1,IFCD<$>)>,IFCE<(*)>)"},
+         "(IFCA('xy'),IFCB(()),IFCC((1,IFCD($))),IFCE((*)))"},
         {"(/*a*/1/**/,\n/*;*/2)", "(1,2)"},
         {"('a;'';','b')", "('a;'';','b')"},
         // A name in lower case vanishes, and its parentheses are a list.

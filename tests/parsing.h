@@ -2,7 +2,6 @@
 // that writes down what it is told.
 #pragma once
 
-#include <charconv>
 #include <string>
 #include <vector>
 
@@ -32,44 +31,11 @@ class TempLog {
     }
 };
 
-/// An item as the file might spell it: strings in apostrophes, bytes as they are.
+/// An item as a file spells it.
 inline std::string dump(const Ovik::IfcParser::ItemBase& item) {
-    using namespace Ovik::IfcParser;
-    switch (static_cast<ItemKind>(item.kind())) {
-        case ItemKind::String:
-            return "'" + static_cast<const ItemString&>(item).text + "'";
-        case ItemKind::Int:
-            return std::to_string(static_cast<const ItemInt&>(item).value);
-        case ItemKind::Dbl: {
-            char text[32];
-            const double value = static_cast<const ItemDbl&>(item).value;
-            return "R" + std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
-        }
-        case ItemKind::Bool:
-            return static_cast<const ItemBool&>(item).value ? "true" : "false";
-        case ItemKind::Enum:
-            return "." + static_cast<const ItemEnum&>(item).name->text + ".";
-        case ItemKind::Ref:
-            return &item == itemNil()
-                       ? "$"
-                       : "#" + std::to_string(static_cast<const ItemRef&>(item).value);
-        case ItemKind::Derived:
-            return "*";
-        case ItemKind::Choice: {
-            const auto& choice = static_cast<const ItemChoice&>(item);
-            return choice.name->text + "<" + dump(*choice.value) + ">";
-        }
-        case ItemKind::List: {
-            const auto& list = static_cast<const ItemList&>(item);
-            std::string text;
-            for (std::size_t i = 0; list.items && i < list.items->size(); ++i)
-                text += (i ? "," : "") + dump(*(*list.items)[i]);
-            return "(" + text + ")";
-        }
-        case ItemKind::Binary:
-            return static_cast<const ItemBinary&>(item).text + "~";
-    }
-    return "?";
+    std::string text;
+    appendItem(text, item);
+    return text;
 }
 
 /// Writes down what the parser calls, and keeps nothing.
@@ -77,6 +43,7 @@ class Recorder : public Ovik::IfcParser::Output {
  public:
     bool allowMissing = false;
     bool knownSchema = true;
+    bool isExact = false;
     int throwAt = 0;  // an instance number
     std::string calls;
     std::vector<double> positions;
@@ -95,6 +62,7 @@ class Recorder : public Ovik::IfcParser::Output {
         if (id == throwAt) throw std::string("stopped here");
     }
     void endOfFile() override { calls += "end"; }
+    bool exact() const override { return isExact; }
 };
 
 }  // namespace OvikTest

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <limits>
+#include <span>
 #include <sstream>
 #include <string>
 
@@ -16,9 +17,12 @@ using namespace Ovik::IfcParser;
 using OvikTest::TempLog;
 
 // The tokens of a text, one word each, up to the end of input.
-std::string tokens(const std::string& text, Ovik::ErrLog* log = nullptr, bool places = false) {
+std::string tokens(const std::string& text, Ovik::ErrLog* log = nullptr, bool places = false,
+                   bool exact = false) {
     std::istringstream in(text);
-    Scanner scanner(&in, log, nullptr);
+    OvikTest::Recorder output;
+    output.isExact = exact;
+    Scanner scanner(&in, log, &output);
     TokenValue value;
     Location location;
     scanner.setTarget(&value, &location);
@@ -46,7 +50,7 @@ std::string tokens(const std::string& text, Ovik::ErrLog* log = nullptr, bool pl
                 number.imbue(std::locale::classic());
                 number.precision(17);
                 number << value.real;
-                add("real:" + number.str());
+                add((value.isInteger ? "wide:" : "real:") + number.str());
                 break;
             }
             case Token::BOOL_CONST:
@@ -59,6 +63,9 @@ std::string tokens(const std::string& text, Ovik::ErrLog* log = nullptr, bool pl
             case Token::IFCTYPE:
                 add("type:" + value.name->text);
                 value.name->release();
+                break;
+            case Token::UNREADABLE:
+                add("?" + value.text);
                 break;
             case Token::ERROR:
                 add("ERROR");
@@ -178,21 +185,71 @@ const Case kCases[] = {
     {"*/1 * /", "ERROR int:1 *", "Unmatched */\n"},
 };
 
+// Exact scans.
+const Case kExactCases[] = {
+    // A string ends where the standard says, and comes as it stands there.
+    {"'' '''' 'a''b' 'a'\n'b'", "'' '''' 'a''b' 'a' 'b'"},
+    {R"('C:\\dir\\' 'C:\dir\' '\\' '\n\\n\')", R"('C:\\dir\\' 'C:\dir\' '\\' '\n\\n\')"},
+    {R"('\S\'' '\S\\' 'a\S\'''b' '\\S\' 1)", R"('\S\'' '\S\\' 'a\S\'''b' '\\S\' int:1)"},
+    {R"('\PA\\S\'' '\PA\S\' '\PJ\\S\' 1)", R"('\PA\\S\'' '\PA\S\' '\PJ\\S\' int:1)"},
+    {R"('\X\e4\X2\00E4\X0\\X4\0001F600\X0\\N\\F\')",
+     R"('\X\e4\X2\00E4\X0\\X4\0001F600\X0\\N\\F\')"},
+    {R"('\X2\00E4\X0\S\' '\X2\00E4\S\'' 1)", R"('\X2\00E4\X0\S\' '\X2\00E4\S\'' int:1)"},
+    {"'a\nb\r\nc\rd\n' '\\S\n\\\r\n''", "'abcd' '\\S\\''"},
+    {"'\x80\t\xFF;#1=IFCA(/*'", "'\x80\t\xFF;#1=IFCA(/*'"},
+    {"'a" + kNul + "b' 1", "?'a" + kNul + "b' int:1"},
+    {"'abc\\S\\'", "ERROR", "EOF in string constant" + kError},
+    {"'a\n#12 =\n#13='\n'#1\n#2'", "'a#12 =#13=' '#1#2'",
+     "line 2: a record stands in a string: an apostrophe is missing before it\n"},
+    // Numbers are what they look like.
+    {"+1.5 -.5 .5 5. 1.E5 1E5 +1.e+2 00.5 1E400",
+     "real:1.5 real:-0.5 real:0.5 real:5 real:100000 real:100000 real:100 real:0.5 real:inf"},
+    {"12 007 -007 +7 +0 0000000000000000000012", "int:12 int:7 int:-7 int:7 int:0 int:12"},
+    {"2147483647 2147483648 -2147483648 -2147483649 +99999999999999999999",
+     "int:2147483647 wide:2147483648 int:-2147483648 wide:-2147483649 wide:1e+20"},
+    {"#7 #007 #0 #2147483647 #2147483648 #99999999999",
+     "ref:7 ref:7 ref:0 ref:2147483647 ref:0 ref:0"},
+    {"12abc 1.2.3 .5. 1E 1E+,-- + . # #x",
+     "int:12 type:abc real:1.2 real:0.29999999999999999 enum:5 int:1 type:E int:1 "
+     "type:E ?+ 268 ?-- ?+ ?. ?# ?#x"},
+    // Whole words of either case.
+    {"IFCWALL IfcWall ifcwall WALL _x !USER IFC",
+     "type:IFCWALL type:IfcWall type:ifcwall type:WALL type:_x type:!USER type:IFC"},
+    {"ISO-10303-21;Iso-10303-21 END-ISO-10303-21;ISO-10303-2",
+     "273 271 273 274 271 type:ISO int:-10303 int:-2"},
+    {"HEADER header DATA ENDSEC FILE_DESCRIPTION FILE_NAME FILE_SCHEMA",
+     "275 275 280 276 277 278 279"},
+    {"HEADERX xDATA ENDSECDATA END", "type:HEADERX type:xDATA type:ENDSECDATA type:END"},
+    {".T. .t. .f. .u. .TRUE.", "bool:1 bool:1 bool:0 enum:u enum:TRUE"},
+    {"\"0aB\" \"4A\" \"\" \"0G\",\"0", "bin:\"0aB ?\"4A\" ?\"\" ?\"0G\" 268 ?\"0"},
+    // Nothing but blanks vanishes.
+    {"1\t\v\f\r2@b@ c@,@(\x80" + kNul + "1)&'x'/ %$",
+     "int:1 int:2 ?@b@ type:c ?@ 268 ?@ 269 ?\x80" + kNul + "1 270 ?& 'x' ?/ ?% $"},
+    {"( ) , ; = $ * */ 1", "269 270 268 271 281 $ * ?*/ int:1"},
+    {"/* a /* b */ 1 /*\n/*\n*/ 2 */ 3 /**/4/***/5", "int:1 int:2 ?*/ int:3 int:4 int:5"},
+    {"1/*abc*", "int:1 ERROR", "EOF in comment\n"},
+};
+
 TEST(Scanner, Rules) {
-    for (const Case& c : kCases) {
-        TempLog log;
-        EXPECT_EQ(tokens(c.text, &log.log), c.tokens) << c.text;
-        EXPECT_EQ(log.text(), c.log) << c.text;
+    for (const bool exact : {false, true}) {
+        for (const Case& c : exact ? std::span<const Case>(kExactCases) : kCases) {
+            TempLog log;
+            EXPECT_EQ(tokens(c.text, &log.log, false, exact), c.tokens) << c.text;
+            EXPECT_EQ(log.text(), c.log) << c.text;
+        }
     }
 }
 
 // The buffer's end may fall anywhere in a token.
 TEST(Scanner, TokensAcrossBufferEnds) {
     constexpr std::size_t kReadSize = 8192;
-    for (const Case& c : kCases) {
-        for (std::size_t before = 0; before <= c.text.size(); ++before) {
-            const std::string blanks(kReadSize - before, ' ');
-            ASSERT_EQ(tokens(blanks + c.text), c.tokens) << c.text << " split at " << before;
+    for (const bool exact : {false, true}) {
+        for (const Case& c : exact ? std::span<const Case>(kExactCases) : kCases) {
+            for (std::size_t before = 0; before <= c.text.size(); ++before) {
+                const std::string blanks(kReadSize - before, ' ');
+                ASSERT_EQ(tokens(blanks + c.text, nullptr, false, exact), c.tokens)
+                    << c.text << " split at " << before;
+            }
         }
     }
 }

@@ -32,6 +32,13 @@ std::u16string decoded(const std::string& encoded) {
     return value.c_str();
 }
 
+std::u16string decodedExactly(const std::string& encoded) {
+    const XString value = XString::decodeExact(encoded.c_str());
+    EXPECT_FALSE(value.isEmpty());
+    EXPECT_EQ(value.getEncoded(), encoded) << "kept verbatim";
+    return value.c_str();
+}
+
 TEST(XString, EncodesAndDecodesBack) {
     const Case cases[] = {{"", u""},
                           {"plain ~ text", u"plain ~ text"},
@@ -65,6 +72,7 @@ TEST(XString, AnyTextSurvivesEncoding) {
         const std::string encoded = XString(text.c_str()).getEncoded();
         for (const char c : encoded) ASSERT_TRUE(c >= ' ' && c <= '~') << encoded;
         ASSERT_EQ(decoded(encoded), text) << encoded;
+        ASSERT_EQ(decodedExactly(encoded), text) << encoded;
     }
 }
 
@@ -92,6 +100,32 @@ TEST(XString, DecodesByTheLetter) {
         EXPECT_EQ(decoded(std::string("\\X2\\00E4") + cut), u"\u00E4") << cut;
     }
     EXPECT_EQ(decoded("it'"), u"it'");
+}
+
+// As ISO 10303-21 has it.
+TEST(XString, DecodesExactly) {
+    const Case cases[] = {
+        {"", u""},
+        {"it''s", u"it's"},
+        {"raw \xE4\xFF", u"raw \u00E4\u00FF"},
+        {R"(C:\\dir\\x)", u"C:\\dir\\x"},
+        {R"(\S\D\S\'\S\\\S\S)", u"\u00C4\u00A7\u00DC\u00D3"},
+        {"\\S\\\xC4\\S\\\x01", u"D\u0081"},
+        {R"(\X\e4\X\C4\X2\00e403B1\X0\!\X2\\X0\)", u"\u00E4\u00C4\u00E4\u03B1!"},
+        {R"(\X4\0001F6000000041f\X0\\X4\00110000\X0\)", u"\U0001F600\u041F\uFFFD"},
+        {R"(\X2\D83DDE00\X0\\X\00a)", u"\U0001F600\uFFFDa"},
+        // A page holds up to the next one.
+        {R"(\S\!\PB\\S\!\S\D\PA\\S\!)", u"\u00A1\u0104\u00C4\u00A1"},
+        {R"(\PC\\S\!\S\%\PD\\S\"\PE\\S\p\PF\\S\G\PG\\S\a\PH\\S\`\PI\\S\])",
+         u"\u0126\uFFFD\u0138\u2116\u0627\u03B1\u05D0\u0130"},
+        {R"(a\N\b\F\c)", u"abc"},
+        // What opens no escape is itself.
+        {R"(\)", u"\\"},
+        {R"(\a\PJ\\PA\S\)", u"\\a\\PJ\\PA\\S\\"},
+        {R"(\X\4G\X2\00E\X0\\X2\00E4\X4\00000041)",
+         u"\\X\\4G\\X2\\00E\\X0\\X2\\00E4\\X4\\00000041"},
+    };
+    for (const auto& [encoded, text] : cases) EXPECT_EQ(decodedExactly(encoded), text) << encoded;
 }
 
 TEST(XString, UnsetIsNotEmptyText) {

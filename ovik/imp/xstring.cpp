@@ -1,5 +1,5 @@
-// The two translations between a text and its spelling in a physical file. Each is one walk, run
-// twice: first to learn the size of the block, then to fill it.
+// The translations between a text and its spelling in a physical file. Each is one walk, run twice:
+// first to learn the size of the block, then to fill it.
 #include "ovik/imp/xstring.h"
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "ovik/imp/hexdigit.h"
+#include "ovik/parser/stringtext.h"
 
 namespace Ovik {
 
@@ -145,7 +146,9 @@ char* encodeText(const char16_t* text, std::size_t length) {
     return encoded;
 }
 
-char16_t* decodeText(const char* text, std::size_t length) {
+/// A block with the units that `walk(text, emit)` makes of an encoded form.
+template <class Walk>
+char16_t* decodeText(const char* text, std::size_t length, Walk walk) {
     if (!std::memchr(text, '\\', length) && !std::memchr(text, '\'', length)) {
         char16_t* decoded = newBlock<char16_t>(length);
         std::transform(text, text + length, decoded,
@@ -153,9 +156,9 @@ char16_t* decodeText(const char* text, std::size_t length) {
         return decoded;
     }
     std::size_t size = 0;
-    decodeUnits({text, length}, [&size](char16_t) { ++size; });
+    walk(std::string_view(text, length), [&size](char16_t) { ++size; });
     char16_t* const decoded = newBlock<char16_t>(size);
-    decodeUnits({text, length}, [out = decoded](char16_t c) mutable { *out++ = c; });
+    walk(std::string_view(text, length), [out = decoded](char16_t c) mutable { *out++ = c; });
     return decoded;
 }
 
@@ -171,15 +174,25 @@ XString::XString(const char16_t* text) {
     share();
 }
 
-XString XString::decode(const char* encoded) {
+template <class Walk>
+XString XString::decodeBy(const char* encoded, Walk walk) {
     const std::size_t length = std::strlen(encoded);
     char* const copy = newBlock<char>(length);
     std::memcpy(copy, encoded, length);
     XString result;
-    result.decoded_ = decodeText(copy, length);
+    result.decoded_ = decodeText(copy, length, walk);
     result.encoded_ = copy;
     result.share();
     return result;
+}
+
+XString XString::decode(const char* encoded) {
+    return decodeBy(encoded, [](std::string_view text, auto emit) { decodeUnits(text, emit); });
+}
+
+XString XString::decodeExact(const char* encoded) {
+    return decodeBy(encoded,
+                    [](std::string_view text, auto emit) { IfcParser::decodeExactly(text, emit); });
 }
 
 }  // namespace Ovik

@@ -48,6 +48,13 @@ class OVIK_API XString {
     /// are not checked: malformed ones give some text. `encoded` must not be null.
     static XString decode(const char* encoded);
 
+    /// The same, but with the text that ISO 10303-21 gives to `encoded`, all its escapes included:
+    /// also `\X4\`, and `\P?\`, which chooses the page of ISO 8859 for each `\S\` behind it; `\N\`
+    /// and `\F\` stand for nothing. A backslash that opens no escape is a backslash, and a byte of
+    /// 0x80 or above the character of its value, as in `decode`. What is no character becomes
+    /// U+FFFD, a NUL too. For a string of an exact parse.
+    static XString decodeExact(const char* encoded);
+
     /// The text, NUL-terminated; "" when unset. Valid until the last copy of this value goes.
     const char16_t* c_str() const { return decoded_; }
     operator const char16_t*() const { return decoded_; }
@@ -73,6 +80,9 @@ class OVIK_API XString {
     static const char16_t s_emptyDecoded[1];
     static const char s_emptyEncoded[1];
     static constexpr char kFile[] = "imp/xstring";
+
+    template <class Walk>
+    static XString decodeBy(const char* encoded, Walk walk);
 
     void share() const {
         if (isEmpty()) return;

@@ -8,6 +8,7 @@
 #include <ostream>
 
 #include "ovik/base/deepstack.h"
+#include "ovik/base/realtext.h"
 #include "ovik/base/sanitizer.h"
 
 #if defined(OVIK_ASAN)
@@ -167,6 +168,46 @@ void abandonItem([[maybe_unused]] const ItemBase* item) {
 #endif
 }
 
+void appendItem(std::string& text, const ItemBase& item) {
+    if (const auto* const string = item.as<ItemString>()) {
+        text.append("'").append(string->text).append("'");
+    } else if (const auto* const integer = item.as<ItemInt>()) {
+        text += std::to_string(integer->value);
+    } else if (const auto* const real = item.as<ItemDbl>()) {
+        appendShortestReal(text, real->value);
+        if (real->isInteger && text.back() == '.') text.pop_back();
+    } else if (const auto* const boolean = item.as<ItemBool>()) {
+        text += boolean->value ? ".T." : ".F.";
+    } else if (const auto* const word = item.as<ItemEnum>()) {
+        text.append(".").append(word->name->text).append(".");
+    } else if (const auto* const reference = item.as<ItemRef>()) {
+        text += reference->value == 0 ? "$" : "#" + std::to_string(reference->value);
+    } else if (item.is(ItemKind::Derived)) {
+        text += '*';
+    } else if (const auto* const choice = item.as<ItemChoice>()) {
+        text.append(choice->name->text).append("(");
+        appendItem(text, *choice->value);
+        text += ')';
+    } else if (const auto* const list = item.as<ItemList>()) {
+        text += '(';
+        callDeep([&] {
+            for (std::size_t i = 0; list->items && i < list->items->size(); ++i) {
+                if (i != 0) text += ',';
+                appendItem(text, *(*list->items)[i]);
+            }
+        });
+        text += ')';
+    } else if (const auto* const binary = item.as<ItemBinary>()) {
+        text.append(binary->text).append("\"");
+    } else if (const auto* const unreadable = item.as<ItemUnreadable>()) {
+        if (unreadable->before) {
+            appendItem(text, *unreadable->before);
+            text += ' ';
+        }
+        text += unreadable->text;
+    }
+}
+
 bool ItemBase::isEqualTo(const ItemBase& other, const CompareContext& context) const {
     return kind() == other.kind() || different(context, "Type of list item");
 }
@@ -207,6 +248,14 @@ bool ItemRef::isEqualTo(const ItemBase& other, const CompareContext& context) co
     if (!ItemBase::isEqualTo(other, context)) return false;
     return value == static_cast<const ItemRef&>(other).value ||
            different(context, "Reference value");
+}
+
+bool ItemUnreadable::isEqualTo(const ItemBase& other, const CompareContext& context) const {
+    if (!ItemBase::isEqualTo(other, context)) return false;
+    const auto& unreadable = static_cast<const ItemUnreadable&>(other);
+    const bool same = text == unreadable.text && !before == !unreadable.before &&
+                      (!before || before->isEqualTo(*unreadable.before, context));
+    return same || different(context, "Unreadable value");
 }
 
 bool ItemChoice::isEqualTo(const ItemBase& other, const CompareContext& context) const {

@@ -26,7 +26,8 @@ enum class ItemKind : unsigned {
     Derived = 6,
     Choice = 7,
     List = 8,
-    Binary = 9
+    Binary = 9,
+    Unreadable = 10  ///< of exact parses alone
 };
 
 /// How two items are compared.
@@ -88,7 +89,8 @@ class OVIK_API ItemBase {
     ItemBase() { ++liveItems; }
 };
 
-/// A string constant, still in the file's encoding; adjacent constants are joined.
+/// A string constant, still in the file's encoding; adjacent constants are joined. In an exact
+/// parse `XString::decodeExact` makes the value of it, else `XString::decode`.
 class OVIK_API ItemString final : public ItemBase {
  public:
     static constexpr ItemKind kKind = ItemKind::String;
@@ -110,13 +112,16 @@ class OVIK_API ItemInt final : public ItemBase {
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
 
-/// A real constant.
+/// A real constant; an infinity is one beyond the range of a `double`.
 class OVIK_API ItemDbl final : public ItemBase {
  public:
     static constexpr ItemKind kKind = ItemKind::Dbl;
+    /// The file has an integer here, one that 32 bits don't hold. Of exact parses alone: the others
+    /// wrap it.
+    bool isInteger;
     double value;
 
-    explicit ItemDbl(double number) : value(number) {}
+    explicit ItemDbl(double number, bool integer = false) : isInteger(integer), value(number) {}
     unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
@@ -164,7 +169,8 @@ class OVIK_API ItemDerived final : public ItemBase {
     unsigned kind() const override { return static_cast<unsigned>(kKind); }
 };
 
-/// A typed parameter such as `IFCLABEL('x')`. `value` is one elementary item or one list.
+/// A typed parameter such as `IFCLABEL('x')`. `value` is one elementary item or one list, in an
+/// exact parse also an unreadable item.
 class OVIK_API ItemChoice final : public ItemBase {
  public:
     static constexpr ItemKind kKind = ItemKind::Choice;
@@ -204,9 +210,36 @@ class OVIK_API ItemBinary final : public ItemBase {
     std::string text;
 
     explicit ItemBinary(std::string value) : text(std::move(value)) {}
+    /// The count digit and the hexadecimal digits, which is what `XBinary` takes.
+    const char* digits() const { return text.c_str() + 1; }
     unsigned kind() const override { return static_cast<unsigned>(kKind); }
     bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
 };
+
+/// What stands in the place of a value in an exact parse and is none: nothing at all, as in
+/// `(1,,2)`, characters that open no token, two values without a comma between them, or the
+/// reference `#0` or one beyond 32 bits.
+class OVIK_API ItemUnreadable final : public ItemBase {
+ public:
+    static constexpr ItemKind kKind = ItemKind::Unreadable;
+    ItemBase* before;  ///< what could be read of it, or null
+    std::string text;  ///< the rest, as in the file but for the blanks
+
+    /// Takes over the caller's reference of `part`.
+    ItemUnreadable(ItemBase* part, std::string rest) : before(part), text(std::move(rest)) {}
+    ~ItemUnreadable() override {
+        if (before) before->release();
+    }
+    /// True if nothing stands there.
+    bool isMissing() const { return !before && text.empty(); }
+    unsigned kind() const override { return static_cast<unsigned>(kKind); }
+    bool isEqualTo(const ItemBase& other, const CompareContext& context) const override;
+};
+
+/// Appends the item as a physical file spells it: reals and integers beyond 32 bits by the fewest
+/// digits that read back the same, strings and names as they are. What an exact parse gives reads
+/// back the same in another one.
+OVIK_API void appendItem(std::string& text, const ItemBase& item);
 
 /// The items that exist once in a process, made at their first use. The pointer is borrowed: who
 /// keeps it adds a reference.

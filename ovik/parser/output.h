@@ -54,6 +54,10 @@ class OVIK_API Output {
 
     virtual ~Output() = default;
 
+    /// Whether the file is to be parsed exactly: by the standard, letter for letter, and with a
+    /// fault costing no more than the parameter that it stands in. Not unless overridden. Asked
+    /// once, at the start.
+    virtual bool exact() const { return false; }
     /// Where the parser notes what it sees, kept up to date; null, as here, if nobody asks. Asked
     /// once, at the start. With it a stream that breaks ends the parse with a `std::string` and
     /// not the process.

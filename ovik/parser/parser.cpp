@@ -8,6 +8,7 @@
 
 #include "ovik/base/ascii.h"
 #include "ovik/base/ref.h"
+#include "ovik/parser/stringtext.h"
 
 namespace Ovik::IfcParser {
 namespace {
@@ -337,8 +338,10 @@ ItemBase* Parser::takeElementary() {
         case Token::STR_CONST: {
             shift();
             auto* const item = new ItemString(std::move(value_.text));
-            while (peek() == Token::STR_CONST) {
+            for (std::size_t last = 0; peek() == Token::STR_CONST;) {
                 shift();
+                if (scanner_.exact()) closeConstant(item->text, last);
+                last = item->text.size();
                 item->text += value_.text;
             }
             return item;
@@ -348,9 +351,11 @@ ItemBase* Parser::takeElementary() {
             return new ItemInt(value_.integer);
         case Token::REAL_CONST:
             shift();
-            return new ItemDbl(value_.real);
+            return new ItemDbl(value_.real, value_.isInteger);
         case Token::REF_CONST:
             shift();
+            if (scanner_.exact() && value_.integer == 0)
+                return new ItemUnreadable(nullptr, std::string(scanner_.text()));
             return new ItemRef(value_.integer);
         case Token::ENUM:
             shift();

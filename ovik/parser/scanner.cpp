@@ -9,6 +9,11 @@
 #include <istream>
 #include <limits>
 #include <ostream>
+#include <string>
+#include <utility>
+
+#include "ovik/base/ascii.h"
+#include "ovik/parser/stringtext.h"
 
 namespace Ovik::IfcParser {
 namespace {
@@ -25,7 +30,9 @@ enum CharClass : unsigned char {
     kNameChar = 4,
     kPlain = 8,     // means only itself in a string
     kNothing = 16,  // starts no token
-    kLineFeed = 32
+    kLineFeed = 32,
+    kBlank = 64,
+    kExactPlain = 128  // means only itself in a string of an exact scan
 };
 
 constexpr std::array<unsigned char, 256> makeClasses() {
@@ -40,6 +47,8 @@ constexpr std::array<unsigned char, 256> makeClasses() {
         if (digit || letter || c == '_') bits |= kNameChar;
         if (c != '\\' && c != '\'' && c != '\n') bits |= kPlain;
         if (c == '\n') bits |= kLineFeed;
+        if (c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f') bits |= kBlank;
+        if ((bits & kPlain) != 0 && c != '\r') bits |= kExactPlain;
         if (!digit && std::string_view(";,()=$*/'\n.\"#+-IEHDF").find(c) == std::string_view::npos)
             bits |= kNothing;
         classes[i] = bits;
@@ -147,7 +156,12 @@ PooledName* NamePool::get(std::string_view spelling) {
 }
 
 Scanner::Scanner(std::istream* in, ErrLog* log, Output* output)
-    : yyFlexLexer(in), log_(log), output_(output), facts_(output ? output->facts() : nullptr) {}
+    : yyFlexLexer(in),
+      outside_(output && output->exact() ? SC_EXACT : SC_INITIAL),
+      condition_(outside_),
+      log_(log),
+      output_(output),
+      facts_(output ? output->facts() : nullptr) {}
 
 std::wostream* Scanner::logStream() {
     return log_ ? &log_->log() : nullptr;
@@ -179,31 +193,26 @@ void Scanner::LexerError(const char* message) {
 
 int Scanner::yylex() {
     for (;;) {
-        int token = kNoToken;
-        switch (condition_) {
-            case SC_INITIAL:
-                token = scanInitial();
-                break;
-            case SC_STRING:
-                token = scanString();
-                break;
-            case SC_ESCAPE:
-                token = scanEscape();
-                break;
-            case SC_COMMENT:
-                token = scanComment();
-                break;
-        }
+        const int token = condition_ == SC_INITIAL ? scanInitial<false>()
+                          : condition_ == SC_EXACT ? scanInitial<true>()
+                                                   : scanWithin();
         if (token != kNoToken) return token;
     }
 }
 
-// Outside strings and comments. Returns without a token when one of these opens.
+int Scanner::scanWithin() {
+    if (condition_ == SC_STRING) return scanString();
+    return condition_ == SC_ESCAPE ? scanEscape() : scanComment();
+}
+
+// Outside strings and comments. Returns without a token when one of these opens, but for strings
+// of an exact scan.
+template <bool exact>
 int Scanner::scanInitial() {
     for (;;) {
         const char* p = cursor_;
         start_ = p;
-        while (isA(*p, kNothing)) ++p;
+        while (isA(*p, exact ? kBlank : kNothing)) ++p;
         if (p != start_) {
             dropTo(p);
             start_ = p;
@@ -218,7 +227,8 @@ int Scanner::scanInitial() {
                 countLines();
                 continue;
             case '\'':
-                if (matchWholeString()) return Token::STR_CONST;
+                if (matchWholeString(exact ? kExactPlain : kPlain)) return Token::STR_CONST;
+                if constexpr (exact) return scanExactString();
                 string_.clear();
                 cursor_ = start_ + 1;
                 advance();
@@ -236,6 +246,7 @@ int Scanner::scanInitial() {
             case '*':
                 ++p;
                 if (peek(p) == '/') {
+                    if constexpr (exact) return unreadable(2);
                     cursor_ = start_ + 2;
                     advance();
                     message(L"Unmatched */");
@@ -249,19 +260,20 @@ int Scanner::scanInitial() {
                 if (more(p)) continue;
                 return Token::END;
             default:
-                if (const int token = matchToken(); token != kNoToken) {
+                if (const int token = exact ? matchExactToken() : matchToken(); token != kNoToken) {
                     advance();
                     return token;
                 }
         }
+        if constexpr (exact) return unreadable(1);
         dropTo(start_ + 1);
     }
 }
 
 // The string at the match's start if it needs no assembling and stands in the buffer whole.
-bool Scanner::matchWholeString() {
+bool Scanner::matchWholeString(unsigned char plain) {
     const char* p = start_ + 1;
-    while (isA(*p, kPlain)) ++p;
+    while (isA(*p, plain)) ++p;
     if (*p != '\'' || p + 1 == limit_ || p[1] == '\'') return false;
     value_->text.assign(start_ + 1, p);
     cursor_ = p + 1;
@@ -427,17 +439,17 @@ int Scanner::scanComment() {
             cursor_ = start_ + (closes ? 2 : 1);
             advance();
             if (closes && --commentDepth < 0) {
-                condition_ = SC_INITIAL;
+                condition_ = outside_;
                 return kNoToken;
             }
             continue;
         }
         if (p == limit_) {
             message(L"EOF in comment");
-            condition_ = SC_INITIAL;
+            condition_ = outside_;
             return Token::ERROR;
         }
-        if (c == '/' && peek(++p) == '*') {
+        if (!exact() && c == '/' && peek(++p) == '*') {
             ++commentDepth;
             cursor_ = start_ + 2;
             advance();
@@ -522,9 +534,12 @@ int Scanner::matchEnum() {
     if (peek(p) != '.' || p == start_ + 1) return kNoToken;
     cursor_ = p + 1;
     const std::string_view word(start_ + 1, static_cast<std::size_t>(p - start_ - 1));
-    if (word == "T" || word == "F") {
-        value_->boolean = word == "T";
-        return Token::BOOL_CONST;
+    if (word.size() == 1) {
+        const char letter = exact() ? toUpperAscii(word[0]) : word[0];
+        if (letter == 'T' || letter == 'F') {
+            value_->boolean = letter == 'T';
+            return Token::BOOL_CONST;
+        }
     }
     value_->name = enumNames_.get(word);
     return Token::ENUM;
@@ -582,6 +597,185 @@ int Scanner::matchNumber() {
     }
     value_->integer = toInt(start_, cursor_);
     return Token::INT_CONST;
+}
+
+// A string constant of an exact scan: from the apostrophe that opens it to the next one that is
+// neither doubled nor the character of an `\S\`.
+int Scanner::scanExactString() {
+    string_.clear();
+    std::size_t checked = 0;  // no escape of string_ reaches beyond this place
+    bool damaged = false;
+    bool warned = false;
+    cursor_ = start_ + 1;
+    advance();
+    const auto take = [this](std::size_t count) {
+        string_.append(start_, count);
+        cursor_ = start_ + count;
+        advance();
+    };
+    for (;;) {
+        start_ = cursor_;
+        const char* p = start_;
+        while (isA(*p, kExactPlain)) ++p;
+        if (p != start_) {
+            take(static_cast<std::size_t>(p - start_));
+            start_ = p;
+        }
+        switch (*p) {
+            case '\'':
+                checked = skipText(string_, checked);
+                if (checked > string_.size()) {
+                    take(1);
+                } else if (peek(++p) == '\'') {
+                    take(2);
+                } else {
+                    cursor_ = start_ + 1;
+                    advance();
+                    value_->text = damaged ? "'" + string_ + "'" : string_;
+                    return damaged ? Token::UNREADABLE : Token::STR_CONST;
+                }
+                checked = string_.size();
+                break;
+            case '\\':
+                take(1);
+                break;
+            case '\r':
+                cursor_ = start_ + 1;
+                advance();
+                break;
+            case '\n':
+                countLines();
+                start_ = cursor_;
+                if (!warned && holdsRecord()) {
+                    warned = true;
+                    const std::wstring line = std::to_wstring(location_->end.line);
+                    message((L"line " + line +
+                             L": a record stands in a string: an apostrophe is missing before it")
+                                .c_str());
+                }
+                break;
+            default:
+                if (p == limit_) {
+                    if (more(p)) break;
+                    return fail(L"EOF in string constant");
+                }
+                damaged = true;  // a NUL
+                take(1);
+        }
+    }
+}
+
+// Does a line within a string begin like a record?
+bool Scanner::holdsRecord() {
+    const char* p = start_;
+    if (peek(p) != '#') return false;
+    ++p;
+    if (!isA(peek(p), kDigit)) return false;
+    p = skip(skip(p, kDigit), kBlank);
+    const bool found = peek(p) == '=';
+    cursor_ = start_;
+    return found;
+}
+
+// As `matchToken`, in an exact scan.
+int Scanner::matchExactToken() {
+    const char c = *start_;
+    if (c == '#') return matchExactReference();
+    if (isA(c, kDigit) || c == '-' || c == '+') return matchExactNumber();
+    if (c == '.') {
+        const int token = matchEnum();
+        return token != kNoToken ? token : matchExactNumber();
+    }
+    if (c == '"') return matchBinary();
+    return isA(c, kNameChar) || c == '!' ? matchExactWord() : kNoToken;
+}
+
+// A keyword or a name.
+int Scanner::matchExactWord() {
+    cursor_ = skip(start_ + 1, kNameChar);
+    const auto size = length();
+    if (!text().starts_with("IFC")) {
+        static constexpr std::pair<std::string_view, int> kKeywords[] = {
+            {"ISO-10303-21", Token::ISO_BEGIN}, {"END-ISO-10303-21", Token::ISO_END},
+            {"HEADER", Token::HEADER},          {"DATA", Token::DATA},
+            {"ENDSEC", Token::ENDSEC},          {"FILE_DESCRIPTION", Token::FILE_DESCRIPTION},
+            {"FILE_NAME", Token::FILE_NAME},    {"FILE_SCHEMA", Token::FILE_SCHEMA}};
+        for (const auto& [word, token] : kKeywords) {
+            if (matchFolded(word)) return token;
+        }
+    }
+    cursor_ = start_ + size;
+    value_->name = classNames_.get(text());
+    return Token::IFCTYPE;
+}
+
+// Is the match `word`, in letters of either case, up to its end?
+bool Scanner::matchFolded(std::string_view word) {
+    const char* p = start_;
+    for (const char c : word) {
+        if (toUpperAscii(peek(p)) != c) return false;
+        ++p;
+    }
+    if (isA(peek(p), kNameChar)) return false;
+    cursor_ = p;
+    return true;
+}
+
+int Scanner::matchExactReference() {
+    const char* p = skip(start_ + 1, kDigit);
+    cursor_ = p;
+    if (length() == 1) return kNoToken;
+    value_->integer = 0;
+    if (std::from_chars(start_ + 1, p, value_->integer).ec != std::errc()) value_->integer = 0;
+    return Token::REF_CONST;
+}
+
+int Scanner::matchExactNumber() {
+    const char* p = start_;
+    const bool plus = *p == '+';
+    if (plus || *p == '-') ++p;
+    auto size = p - start_;
+    p = skip(p, kDigit);
+    auto digits = p - start_ - size;
+    bool real = false;
+    if (peek(p) == '.') {
+        real = true;
+        size = ++p - start_;
+        p = skip(p, kDigit);
+        digits += p - start_ - size;
+    }
+    if (digits == 0) return kNoToken;
+    size = p - start_;
+    // An exponent without digits is none: the match ends before it.
+    if (peek(p) == 'E' || *p == 'e') {
+        ++p;
+        if (peek(p) == '+' || *p == '-') ++p;
+        if (isA(peek(p), kDigit)) {
+            p = skip(p, kDigit);
+            size = p - start_;
+            real = true;
+        }
+    }
+    cursor_ = start_ + size;
+    const char* const first = start_ + (plus ? 1 : 0);
+    value_->isInteger = !real && std::from_chars(first, cursor_, value_->integer).ec != std::errc();
+    if (!real && !value_->isInteger) return Token::INT_CONST;
+    value_->real = toReal(first, cursor_);
+    return Token::REAL_CONST;
+}
+
+// What starts no token, `size` characters at least and the rest of what looks like one word.
+int Scanner::unreadable(std::size_t size) {
+    const char* p = start_ + size;
+    while (peek(p) != '\0' || p != limit_) {
+        if (isA(*p, kBlank | kLineFeed)) break;
+        if (std::string_view(",()=;'$*/").find(*p) != std::string_view::npos) break;
+        ++p;
+    }
+    value_->text.assign(start_, p);
+    cursor_ = p;
+    advance();
+    return Token::UNREADABLE;
 }
 
 // Reads more; `p`, a place in the match, moves along with it.
@@ -642,7 +836,7 @@ void Scanner::message(const wchar_t* text) {
 int Scanner::fail(const wchar_t* text) {
     message(text);
     message(L"\nERROR");
-    condition_ = SC_INITIAL;
+    condition_ = outside_;
     return Token::ERROR;
 }
 

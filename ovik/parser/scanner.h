@@ -1,5 +1,6 @@
 // The tokens of physical files. The scanner is lenient: a character that starts no token is
-// dropped, and the parser decides what the remaining tokens mean.
+// dropped, and the parser decides what the remaining tokens mean. An exact scan keeps to
+// ISO 10303-21 instead and hands over everything.
 #pragma once
 
 #include <cstddef>
@@ -44,16 +45,18 @@ struct Token {
         ENUM = 287,
         REAL_CONST = 288,
         DERIVED = 289,
-        BINARY = 290
+        BINARY = 290,
+        UNREADABLE = 291  ///< exact scans: what starts no token, or is a malformed one
     };
 };
 
 /// The value of a token; the member that its code calls for is set, the others keep what they had.
 struct TokenValue {
-    int integer = 0;             ///< `INT_CONST`, `REF_CONST`
+    int integer = 0;             ///< `INT_CONST`, `REF_CONST`; 0 is an impossible reference
     double real = 0;             ///< `REAL_CONST`
+    bool isInteger = false;      ///< `REAL_CONST`: an integer that `integer` can't hold
     unsigned char boolean = 0;   ///< `BOOL_CONST`
-    std::string text;            ///< `STR_CONST`, `BINARY`; to be moved away
+    std::string text;            ///< `STR_CONST`, `BINARY`, `UNREADABLE`; to be moved away
     PooledName* name = nullptr;  ///< `IFCTYPE`, `ENUM`; one reference, which is the caller's
 };
 
@@ -85,6 +88,16 @@ class OVIK_API NamePool {
 };
 
 /// Scans one stream. At each place the longest match wins; matching is case sensitive.
+///
+/// An exact scan, for an output that asks for it, differs in this:
+/// - Strings end where the standard says, and are handed over as they stand in the file but for the
+///   line ends: every backslash, every escape.
+/// - Numbers may have a sign, leading zeros, a point in front. An integer beyond 32 bits is a
+///   `REAL_CONST`; a reference to 0 or beyond 32 bits has the number 0.
+/// - Keywords and names are whole words in letters of either case, and names need no `IFC`. `.t.`
+///   and `.f.` are booleans.
+/// - Comments don't nest.
+/// - What starts no token but is no blank comes as `UNREADABLE`, and so does a string with a NUL.
 class OVIK_API Scanner final : public yyFlexLexer {
  public:
     /// `log` may be null. The scanner itself doesn't use `output`; it keeps it for the parser.
@@ -109,11 +122,14 @@ class OVIK_API Scanner final : public yyFlexLexer {
     ParseFacts* facts() const { return facts_; }
     /// The number of characters taken from the stream so far; runs ahead of the tokens.
     double bytesRead() const { return bytesRead_; }
+    bool exact() const { return outside_ == SC_EXACT; }
 
  private:
-    enum Condition { SC_INITIAL, SC_STRING, SC_COMMENT, SC_ESCAPE };
+    enum Condition { SC_INITIAL, SC_STRING, SC_COMMENT, SC_ESCAPE, SC_EXACT };
 
+    template <bool exact>
     int scanInitial();
+    int scanWithin();
     int scanString();
     int scanEscape();
     int scanComment();
@@ -125,9 +141,18 @@ class OVIK_API Scanner final : public yyFlexLexer {
     int matchBinary();
     int matchReference();
     int matchNumber();
-    bool matchWholeString();
+    bool matchWholeString(unsigned char plain);
     int unescape(char c);
     int keepEscape(const char* end);
+
+    int scanExactString();
+    int matchExactToken();
+    int matchExactWord();
+    int matchExactReference();
+    int matchExactNumber();
+    bool matchFolded(std::string_view word);
+    bool holdsRecord();
+    int unreadable(std::size_t size);
 
     bool more(const char*& p);
     char peek(const char*& p);
@@ -142,7 +167,8 @@ class OVIK_API Scanner final : public yyFlexLexer {
 
     TokenValue* value_ = nullptr;
     Location* location_ = nullptr;
-    Condition condition_ = SC_INITIAL;
+    Condition outside_;  // of strings and comments: SC_EXACT in an exact scan
+    Condition condition_;
     std::string string_;  // the current string constant as far as it has been read
     // No apostrophe stands between the place of the match and this one on the same line.
     const char* quotelessEnd_ = nullptr;

@@ -35,6 +35,7 @@ class IfcReader final : public IfcParser::OutputPrgMeter {
     void addData(int id, IfcParser::PooledName* name, IfcParser::ItemList* items,
                  double position) override;
     void endOfFile() override { endsProperly_ = true; }
+    bool exact() const override { return load_.exact; }
     IfcParser::ParseFacts* facts() override { return wantsFacts() ? &facts_ : nullptr; }
     void lostData(int id, IfcParser::PooledName* className) override;
 

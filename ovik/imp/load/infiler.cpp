@@ -67,7 +67,8 @@ bool IfcInFiler::readString(XString& value) {
     const IfcParser::ItemBase* const found = item();
     if (!found) return false;
     if (const auto* const constant = found->as<ItemString>()) {
-        value = XString::decode(constant->text.c_str());
+        const char* const text = constant->text.c_str();
+        value = exact() ? XString::decodeExact(text) : XString::decode(text);
     } else if (lenient() && isNil(found)) {
         value.setEmpty();
         if (!exact()) substituted(LossCause::kNoValue);
