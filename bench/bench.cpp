@@ -2,7 +2,7 @@
 // bytes per byte of file, beside a plain read of the same file in the same run.
 //   ovik_bench [FILE] [--benchmark_...]   without FILE, a synthetic IFC4 model of 50 MB
 // The stage `validate` is the part of `load` from the last record to the end: the second pass, the
-// judging of the entities and their hand-over to the model.
+// validation of the entities and their hand-over to the model.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <unistd.h>
@@ -34,7 +34,7 @@ constexpr char kRate[] = "MB/s";
 constexpr char kHeld[] = "held B/B";
 constexpr char kPeak[] = "peak B/B";
 
-/// What a stage leaves behind, kept until it has been weighed.
+/// What a stage makes, kept until its memory has been measured.
 using Kept = std::shared_ptr<void>;
 using Stage = std::function<Kept()>;
 
@@ -51,8 +51,8 @@ std::size_t statusBytes(const std::string& field) {
     return 0;
 }
 
-/// Weighs what happens from its making on: the memory that is allocated then and was not before,
-/// and the highest in between. What is given back counts as nothing.
+/// Measures memory from its construction on: what is allocated at `note` and was not before, and
+/// the highest in between. A decrease counts as 0.
 class Scale {
  public:
     Scale() {
@@ -191,10 +191,10 @@ std::shared_ptr<Ovik::IfcParsedStream> readItems(const fs::path& file) {
     return items;
 }
 
-/// Tells the end of a load from its parse, for the stage `validate`.
+/// Separates the end of a load from its parse, for the stage `validate`.
 class EndMeter final : public Ovik::ProgressMeter {
  public:
-    /// Weighs too, if it is told the number of records.
+    /// Measures memory too, if it is given the number of records.
     explicit EndMeter(std::uint64_t numRecords = 0) : last_(numRecords) {}
 
     void start(std::uint64_t) override { begin_ = Clock::now(); }

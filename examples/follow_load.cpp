@@ -1,5 +1,5 @@
-// follow_load FILE LOG: loads a file, says how far it has got, and leaves what was wrong with the
-// file in a log.
+// follow_load FILE LOG: loads a file, prints its progress, and writes what was wrong with the file
+// to a log.
 #include <filesystem>
 #include <iostream>
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Says each tenth of the file.
+/// Prints a number at each tenth of the file.
 class Tenths final : public Ovik::ProgressMeter {
  public:
     void start(std::uint64_t total) override {
@@ -36,7 +36,7 @@ int main(int argc, char** argv) {
     Ovik::ErrLog log(std::filesystem::path{argv[2]});
     const Ovik::IfcModelPtr model(
         Ovik::IfcModel::read(std::filesystem::path(argv[1]), &log, &meter));
-    // The log's file is made at its first line.
+    // The log file is created with its first line.
     if (log.isInitialized()) std::cout << "what was wrong is in " << argv[2] << '\n';
     if (!model) {
         std::cerr << argv[1] << ": no model of IFC2X3 or IFC4\n";

@@ -60,8 +60,8 @@ OVIK_API void initOvikApi();
 namespace Ifc2x3 {
 /// The descriptor of a run-time class, looked up by the hash of its name. Run-time classes bear
 /// their names in capitals, descriptors are filed by the hash of the mixed-case name, and the hash
-/// tells the two apart: the answer is null for every class of the schema. `Entity::isKindOf` is the
-/// way to test for a class.
+/// is case-sensitive: the answer is null for every class of the schema. Kept for compatibility;
+/// what it costs is the way from an entity to its descriptor. `Entity::isKindOf` tests for a class.
 OVIK_API const EntityDesc* findEntityDesc(const RtClass* cls);
 }  // namespace Ifc2x3
 

@@ -23,7 +23,7 @@ class XString;
 
 namespace IfcApi {
 
-/// The library's way behind the facade.
+/// Gives the library access to what the facade wraps.
 struct Access;
 
 /// Owns a `T` on the heap; a copy owns a copy of the `T`. After a move the source owns nothing and

@@ -35,15 +35,16 @@ class OVIK_API Entity {
 
     /// The attribute `name` into `value`, which changes only if the result is `ResultOk`.
     /// `ResultUnset` if the entity's own class declares it and it has no value; `ResultNotFound` if
-    /// there is no such attribute, or if it is inherited and has no value. A required reference
-    /// that leads nowhere gives `ResultOk` and an empty value.
+    /// there is no such attribute, or if it is inherited and has no value: the two can't be told
+    /// apart, which is kept for compatibility. A required reference that leads nowhere gives
+    /// `ResultOk` and an empty value.
     Result getAttribute(const char* name, Variant& value) const;
     /// Sets the attribute `name`. `ResultNotFound` if there is none, or no such literal;
     /// `ResultWrongType` if `value` doesn't fit, which counts as not found for an inherited
     /// attribute. The entity is then unchanged.
     Result setAttribute(const char* name, const Variant& value);
 
-    /// Null for every entity, as `findEntityDesc` tells: test with `isKindOf`.
+    /// Null for every entity, for the reason at `findEntityDesc`: test with `isKindOf`.
     const EntityDesc* isA() const;
     /// True if the entity's class is that of `desc` or descends from it.
     bool isKindOf(const EntityDesc& desc) const;
@@ -91,19 +92,19 @@ class OVIK_API Header {
 };
 
 /// A model. Whoever gets one from `create` or `read` gives it back with `release`. A load that
-/// failed gives a `Model` over nothing: of that, only `isNull` and `release` may be called. One
-/// thread at a time; two files must not be read at the same time in a process.
+/// failed gives a null `Model`, which is no null pointer: only its `isNull` and `release` may be
+/// called. One thread at a time; two files must not be read at the same time in a process.
 class OVIK_API Model {
  public:
     class Impl;
 
-    /// A new empty model, whose new entities get identifiers. Over nothing for an unknown schema.
+    /// A new empty model, whose new entities get identifiers. A null one for an unknown schema.
     static Model* create(EIfcSchemaId schema);
 
     /// The model in a file and, in `*header`, which must be there, its header. What is wrong in the
-    /// file is repaired or dropped without a message. Over nothing if the file can't be opened or
-    /// its header doesn't tell one of the two schemas. A wide path is encoded as UTF-8 where paths
-    /// are bytes; the same holds for `write`.
+    /// file is repaired or dropped without a message. A null one if the file can't be opened or its
+    /// header is broken or names neither of the two schemas. A wide path is encoded as UTF-8 where
+    /// paths are bytes; the same holds for `write`.
     static Model* read(const wchar_t* path, Header* header);
     static Model* read(const std::filesystem::path& path, Header* header);
     /// The same, as `options` ask and with what became of the file in `report`, as `IfcModel::read`
@@ -117,7 +118,7 @@ class OVIK_API Model {
     bool write(const wchar_t* path, const Header& header);
     bool write(const std::filesystem::path& path, const Header& header);
 
-    /// True for a `Model` over nothing.
+    /// True for a null `Model`.
     bool isNull() const;
 
     EIfcSchemaId schemaId() const;

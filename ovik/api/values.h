@@ -93,7 +93,7 @@ class OVIK_API Binary {
     bool isEmpty() const;
     /// Makes the value `bits` bits long; shrinking keeps the low bits.
     void resize(std::size_t bits);
-    /// Wipes the digits, for the copies of this value too; the number of bits stays.
+    /// Sets all digits to NUL, in the copies of this value too; the number of bits stays.
     void clear();
 
  private:
@@ -109,7 +109,7 @@ class OVIK_API Guid {
     Guid();
     /// A new random identifier.
     static Guid create();
-    /// From the 22 characters of a file. Nothing is refused. `base64` must not be null.
+    /// From the 22 characters of a file, which are not checked. `base64` must not be null.
     static Guid createFromBase64(const char* base64);
     /// From the braced text, or the 22 characters. `text` must not be null.
     static Guid createFromText(const char* text);

@@ -15,7 +15,7 @@ constexpr char toUpperAscii(char c) {
 }
 
 /// Compares two texts with ASCII letters folded to lower case, bytes taken as unsigned:
-/// negative, zero or positive as `a` stands before, with or after `b`.
+/// negative, zero or positive as `a` is less than, equal to or greater than `b`.
 constexpr int compareNoCase(const char* a, const char* b) {
     for (;; ++a, ++b) {
         const int x = static_cast<unsigned char>(toLowerAscii(*a));

@@ -1,5 +1,5 @@
-// Stack segments on the heap, entered with the context calls of the C library. Address sanitizer
-// is told of each switch, or it would take the segment for a corrupt stack.
+// Stack segments on the heap, entered with the context calls of the C library. The address
+// sanitizer is told of each switch, or it would report the segment as a corrupt stack.
 #include "ovik/base/deepstack.h"
 
 #include <ucontext.h>

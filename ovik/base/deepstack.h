@@ -1,6 +1,6 @@
 // Recursion without a bound. Files decide how deep references and lists nest, so a recursion over
-// them must not end with the thread's stack: `callDeep` makes a plain call while stack is left and
-// goes on in a segment from the heap when the current one runs low.
+// them must not overflow the thread's stack: `callDeep` makes a plain call while there is stack
+// left and continues on a segment from the heap when it runs low.
 #pragma once
 
 #include <type_traits>
@@ -15,7 +15,8 @@ class OVIK_API DeepStack {
  public:
     using Function = void (*)(void* argument);
 
-    /// Marks the stack that the outermost call of a recursion may use, and unmarks it at its end.
+    /// In the outermost call of a recursion: sets the limit of the current stack that `hasRoom`
+    /// compares with, for the life of this object. In a nested call: nothing.
     class OVIK_API Root {
      public:
         Root();

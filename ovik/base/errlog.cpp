@@ -1,5 +1,5 @@
 // The log of a load. Its file is UTF-8; the conversion takes any character, so that odd text in a
-// message can't stop the log.
+// message can't put the stream into its fail state.
 #include "ovik/base/errlog.h"
 
 #include <cstring>
@@ -21,7 +21,7 @@ class Utf8Conversion final : public std::codecvt<wchar_t, char, std::mbstate_t> 
         fromNext = from;
         toNext = to;
         for (; fromNext != fromEnd; ++fromNext) {
-            // Room for a stranded surrogate and the character after it.
+            // Room for an unpaired surrogate and the character after it.
             if (toEnd - toNext < 2 * kLongestUtf8) return partial;
             const auto c = static_cast<char32_t>(*fromNext);
             const char32_t high = takeHigh(state);

@@ -1,5 +1,5 @@
-// Tells whether the address sanitizer is at work, which has to hear of stacks and blocks that it
-// would take for faults. Internal.
+// OVIK_ASAN is defined under the address sanitizer, which has to be told of switched stacks and of
+// blocks that are kept on purpose. Internal.
 #pragma once
 
 #if defined(__SANITIZE_ADDRESS__)

@@ -35,7 +35,7 @@ char32_t nextCharacter(std::string_view text, std::size_t& i) {
     const auto lead = static_cast<unsigned char>(text[i++]);
     if (lead < 0x80) return lead;
     int more = 0;
-    // The bounds of the second byte shut out overlong forms, surrogates and what is past U+10FFFF.
+    // The bounds of the second byte exclude overlong forms, surrogates and what is past U+10FFFF.
     unsigned low = 0x80;
     unsigned high = 0xBF;
     char32_t c = 0;

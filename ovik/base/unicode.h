@@ -9,7 +9,7 @@
 
 namespace Ovik {
 
-/// Stands for what is no character.
+/// Replaces what is not a valid character.
 inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 /// The most bytes that a character takes in UTF-8.
 inline constexpr int kLongestUtf8 = 4;
@@ -25,16 +25,16 @@ constexpr char32_t joinSurrogates(char32_t high, char32_t low) {
     return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
 }
 
-/// Writes `c` as UTF-8 to `out`, which has room for `kLongestUtf8` bytes; what is no character
-/// becomes U+FFFD. The place behind it.
+/// Writes `c` as UTF-8 to `out`, which has room for `kLongestUtf8` bytes, and returns the end of
+/// what it wrote. What is not a valid character becomes U+FFFD.
 char* putUtf8(char32_t c, char* out);
 
-/// The character at `i` of UTF-8 text; `i` is moved behind it. Of a malformed sequence the longest
-/// part that could have begun a character counts as one replacement character.
+/// The character at `i` of UTF-8 text; `i` moves past it. A malformed sequence gives one U+FFFD for
+/// the longest part of it that could have begun a character.
 char32_t nextCharacter(std::string_view text, std::size_t& i);
 
-/// Text of 16-bit units, or of whole characters where `Unit` is wider, as UTF-8. A surrogate
-/// without its other half becomes U+FFFD.
+/// Text of 16-bit units, or of whole characters where `Unit` is wider, as UTF-8. An unpaired
+/// surrogate becomes U+FFFD.
 template <class Unit>
 std::string encodeUtf8(std::basic_string_view<Unit> text) {
     std::string out;

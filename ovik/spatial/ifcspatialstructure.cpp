@@ -1,5 +1,5 @@
-// One pass over a model makes the nodes of its structure. The two schemas build alike, so one
-// routine serves both, with the schema as its argument.
+// One pass over a model makes the nodes of its structure. It works alike for both schemas, so
+// one template serves both, with the schema as its argument.
 #include "ovik/spatial/ifcspatialstructure.h"
 
 #include <cstdint>
@@ -68,7 +68,7 @@ class IfcSpatialStructureImp final : public IfcSpatialStructure {
     void build(const IfcModel& model);
 
  private:
-    /// The nodes by the addresses of their objects. Null is an address like any other.
+    /// The nodes by the addresses of their objects; the null address has one node too.
     using NodeMap = std::unordered_map<const IfcEntity*, IfcSpNodeImp*>;
 
     ~IfcSpatialStructureImp() override {

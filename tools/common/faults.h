@@ -1,4 +1,4 @@
-// Saying why something went wrong with a file.
+// Error messages of the programs: what is wrong with a file.
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// Text of a file for a person's eyes.
+// Text of a file made safe to show.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
 // The demo: a model goes through the library and back, with each step named and timed.
 //   demo FOLDER        makes a small building in both schemas; its files go to FOLDER
-//   demo FOLDER FILE   takes FILE through
+//   demo FOLDER FILE   loads FILE, writes it, loads that and compares
 #include <chrono>
 #include <iomanip>
 #include <iostream>
@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Runs a step and says how long it took.
+/// Runs a step and prints how long it took.
 template <class Step>
 auto timed(const std::string& what, Step&& step) {
     const auto begin = std::chrono::steady_clock::now();
@@ -94,7 +94,7 @@ bool runFile(const fs::path& file, const fs::path& folder) {
     const fs::path copy = folder / (stem + "-copy.ifc");
     const fs::path again = folder / (stem + "-copy-of-copy.ifc");
     for (const fs::path& output : {copy, again}) {
-        std::error_code error;  // no output is there yet, as a rule
+        std::error_code error;  // usually there is no output yet
         if (!fs::equivalent(file, output, error)) continue;
         tools::complain(output, "is the input itself");
         return false;

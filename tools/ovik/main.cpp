@@ -60,7 +60,7 @@ struct Command {
     int (*run)(const Arguments&);
 };
 
-/// A bar of the part that is done, redrawn on standard error when it has grown by a percent.
+/// A progress bar on standard error, redrawn when it has grown by a percent.
 class ProgressBar final : public Ovik::ProgressMeter {
  public:
     void start(std::uint64_t total) override {
@@ -237,8 +237,8 @@ bool parseNumber(std::string_view text, std::int64_t& value) {
     return error == std::errc() && stop == end && value > 0;
 }
 
-/// Sorts the words behind the subcommand into files, numbers and options, in any order. Gives what
-/// is wrong with them, or an empty text.
+/// Sorts the words behind the subcommand into files, numbers and options, in any order. Returns
+/// what is wrong with them, or an empty text.
 std::string parseArguments(const Command& command, const std::vector<std::string>& words,
                            Arguments& arguments) {
     for (auto word = words.begin(); word != words.end(); ++word) {

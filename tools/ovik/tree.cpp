@@ -11,8 +11,8 @@
 namespace tools {
 namespace {
 
-/// Deeper rows are not moved further to the right: no one could read them, what is written would
-/// grow with the square of the depth, and browsers nest some hundreds of elements at most.
+/// Deeper rows are not indented further: no one could read them, the output would grow with the
+/// square of the depth, and browsers nest some hundreds of elements at most.
 constexpr std::size_t kMaxLevel = 48;
 
 /// How far a page is unfolded at first: project, site and building show the storeys.
@@ -172,7 +172,7 @@ std::string Tree::asHtml(const std::string& title) const {
     out += "</header>\n<main>\n<ul>\n";
 
     const auto levelOf = [](const Row& row) { return std::min(row.depth, kMaxLevel); };
-    std::size_t open = 0;  // lists that stand open
+    std::size_t open = 0;  // lists that are not closed yet
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         const Row& row = rows_[i];
         const std::size_t level = levelOf(row);
