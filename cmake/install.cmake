@@ -19,9 +19,9 @@ endif()
 set(ovik_internal_headers
   api/access api/desctables
   base/ascii base/deepstack base/inputfile
-  imp/hexdigit imp/ifcentitypool imp/modelimp imp/load/[a-z]+ imp/save/[a-z]+
+  imp/hexdigit imp/ifcentitypool imp/modelimp imp/schematable imp/load/[a-z]+ imp/save/[a-z]+
   schema/common/aggregateengine schema/common/backrefs schema/common/orientededge schema/common/selectaccess
-  schema/ifc[a-z0-9]+/namehash schema/generator/[a-z]+)
+  schema/ifc[a-z0-9]+/imp schema/generator/[a-z]+)
 list(JOIN ovik_internal_headers "|" ovik_internal_headers)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/ovik ${PROJECT_BINARY_DIR}/generated/ovik
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
