@@ -7,7 +7,6 @@
 #include <cmath>
 #include <random>
 #include <string>
-#include <type_traits>
 
 #include "ovik/ifc2x3.h"
 #include "ovik/ifc4.h"
@@ -53,14 +52,13 @@ class Builder {
     }
 
  private:
-    static constexpr bool kIsIfc4 = std::is_same_v<S, Ovik::IFC4>;
-
     /// A rooted object with a name; none if `name` is null.
     template <class T>
     T* make(const char16_t* name) {
         T* object = T::create(model_);
         if (name) object->setName(name);
-        if constexpr (!kIsIfc4) {
+        // Where the history may be missing it is left out.
+        if constexpr (!requires { object->hasOwnerHistory(); }) {
             if (!history_) history_ = makeHistory();
             object->setOwnerHistory(history_);
         }
@@ -223,7 +221,7 @@ class Builder {
         }
         auto* defined = make<typename S::IfcRelDefinesByProperties>(nullptr);
         defined->getRelatedObjects().add(wall);
-        if constexpr (kIsIfc4) {
+        if constexpr (requires { typename S::IfcPropertySetDefinitionSelect; }) {
             typename S::IfcPropertySetDefinitionSelect choice;
             choice.setIfcPropertySetDefinition(set);
             defined->setRelatingPropertyDefinition(choice);
@@ -245,10 +243,14 @@ class Builder {
 Ovik::IfcModelPtr makeModel(Ovik::EIfcSchemaId schema, std::uint64_t bytes) {
     Ovik::IfcModelPtr model(IfcModel::create(schema, true, false));
     const std::uint64_t numWalls = bytes / kBytesPerWall + 1;
-    if (schema == Ovik::eIFC4)
-        Builder<Ovik::IFC4>(*model).build(numWalls);
-    else
-        Builder<Ovik::IFC2X3>(*model).build(numWalls);
+    switch (schema) {
+        case Ovik::eIFC2X3:
+            Builder<Ovik::IFC2X3>(*model).build(numWalls);
+            break;
+        case Ovik::eIFC4:
+            Builder<Ovik::IFC4>(*model).build(numWalls);
+            break;
+    }
     return model;
 }
 

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <type_traits>
 
 #include "ovik/ifc2x3.h"
 #include "ovik/ifc4.h"
@@ -16,8 +15,6 @@ using Test::newModel;
 template <class S>
 class BackRefsTest : public ::testing::Test {
  protected:
-    static constexpr bool kIsIfc4 = std::is_same_v<S, IFC4>;
-
     /// A new entity, known by `label`.
     template <class T>
     T* make(const std::string& label) {
@@ -29,7 +26,7 @@ class BackRefsTest : public ::testing::Test {
     /// What a relation calls the objects that it relates, of which one is chosen in IFC4.
     template <class Relation, class T>
     void relate(Relation* relation, T* object) {
-        if constexpr (kIsIfc4) {
+        if constexpr (requires { typename S::IfcDefinitionSelect; }) {
             typename S::IfcDefinitionSelect choice;
             if constexpr (std::is_base_of_v<typename S::IfcPropertyDefinition, T>)
                 choice.setIfcPropertyDefinition(object);
@@ -59,7 +56,7 @@ class BackRefsTest : public ::testing::Test {
         return dump();
     }
 
-    IfcModelPtr model_ = newModel(kIsIfc4 ? eIFC4 : eIFC2X3);
+    IfcModelPtr model_ = newModel(S::kSchemaId);
     std::map<const IfcEntity*, std::string> labels_;
 };
 
@@ -146,7 +143,7 @@ TYPED_TEST(BackRefsTest, AssignmentsToProductsByTheKindOfWhatIsAssigned) {
     auto* const wall = this->template make<typename S::IfcWall>("wall");
     const auto assign = [&](const std::string& label) {
         auto* const relation = this->template make<typename S::IfcRelAssignsToProduct>(label);
-        if constexpr (TestFixture::kIsIfc4) {
+        if constexpr (requires { typename S::IfcProductSelect; }) {
             typename S::IfcProductSelect choice;
             choice.setIfcProduct(wall);
             relation->setRelatingProduct(choice);

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <regex>
+#include <utility>
 
 #include "ovik/api.h"
 #include "ovik/api/access.h"
@@ -16,6 +17,17 @@
 
 namespace Ovik::IfcApi {
 namespace {
+
+std::vector<std::string> namesOf(const std::vector<const char*>& texts) {
+    return {texts.begin(), texts.end()};
+}
+
+std::vector<std::string> attributesOf(const Generator::Entity& cls) {
+    std::vector<std::string> names;
+    if (cls.parent) names = attributesOf(*cls.parent);
+    for (const auto& attribute : cls.attributes) names.push_back(attribute.name);
+    return names;
+}
 
 class Descriptors : public Test::SchemaTest {
  protected:
@@ -50,6 +62,8 @@ TEST_P(Descriptors, NameTheirClasses) {
         EXPECT_STREQ(*desc, OvikTest::capitals(cls->name).c_str());
         const Entity entity = Entity::create(*model, *desc);
         ASSERT_FALSE(entity.isNull());
+        EXPECT_STREQ(entity.className(), OvikTest::capitals(cls->name).c_str());
+        EXPECT_EQ(namesOf(entity.attributeNames()), attributesOf(*cls));
         for (const auto* base = cls.get(); base; base = base->parent) {
             if (!base->isAbstract) {
                 EXPECT_TRUE(entity.isKindOf(*constant<EntityDesc>(base->name))) << base->name;
@@ -89,10 +103,10 @@ TEST_P(Descriptors, AreFoundByTheSpellingTheyAreFiledUnder) {
     const Named wall("IfcWall"), unknown("IfcNoSuchClass");
     EXPECT_EQ(findDesc_(&unknown), nullptr);
     EXPECT_EQ(findDesc_(&wall), nullptr);  // the descriptor is of another class
-    const EntityDesc& desc = GetParam().id == eIFC4 ? Ifc4::IfcWall : Ifc2x3::IfcWall;
-    Access::block(desc).cls = &wall;
+    EntityDesc& desc = GetParam().id == eIFC4 ? Ifc4::IfcWall : Ifc2x3::IfcWall;
+    const EntityDesc own = std::exchange(desc, Access::make<EntityDesc>(&wall));
     EXPECT_EQ(findDesc_(&wall), &desc);
-    initOvikApi();
+    desc = own;
     EXPECT_EQ(findDesc_(&wall), nullptr);
 }
 

@@ -35,14 +35,17 @@ std::string refusal(const std::string& table) {
 }
 
 struct BadTable {
-    const char* text;     // below the line `schema TOY`, with ; between lines
+    const char* text;     // below the line `schema TOY 2`, with ; between lines
     const char* message;  // behind the file, with ' for "
 };
 
 constexpr BadTable kBadTables[] = {
     // Words
-    {"thing A", "2: expected 'type', 'enum', 'select' or 'entity', found 'thing'"},
-    {"schema B", "2: expected 'type', 'enum', 'select' or 'entity', found 'schema'"},
+    {"thing A",
+     "2: expected 'hash', 'by hand', 'type', 'enum', 'select' or 'entity', found 'thing'"},
+    {"schema B 2",
+     "2: expected 'hash', 'by hand', 'type', 'enum', 'select' or 'entity', found 'schema'"},
+    {"by hand read", "2: expected 'back', found 'read'"},
     {"entity", "2: expected a name with a capital first, found the end of the line"},
     {"entity door", "2: expected a name with a capital first, found 'door'"},
     {"entity A-B", "2: expected a name with a capital first, found 'A-B'"},
@@ -63,6 +66,16 @@ constexpr BadTable kBadTables[] = {
     {"entity A;entity B : A;  by hand read",
      "3: B has no attributes that could be treated by hand"},
     {"entity A;  by hand read validate", "3: expected the end of the line, found 'validate'"},
+    // The name hash
+    {"hash", "2: expected 'filler', 'positions' or 'values', found the end of the line"},
+    {"hash filler 65536", "2: expected a value, found '65536'"},
+    {"hash positions 0", "2: expected a position from 1 on, found '0'"},
+    {"hash positions 1 3 3", "2: expected a position from 4 on, found '3'"},
+    {"hash positions 1;hash positions 256", "3: expected a position from 2 on, found '256'"},
+    {"hash positions 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17",
+     "2: expected the end of the line, found '17'"},
+    {"hash values A=20 B20", "2: expected a byte and its value, as A=20, found 'B20'"},
+    {"hash values A=20 B=-1", "2: expected a byte and its value, as A=20, found 'B=-1'"},
     // Types
     {"type A", "2: expected '=', found the end of the line"},
     {"type A =", "2: expected a type, found the end of the line"},
@@ -89,9 +102,10 @@ constexpr BadTable kBadTables[] = {
     {"select A = B B;entity B", "2: B is here already"},
     {"entity A;  Ab : real;  AB : real", "4: AB is here already"},
     {"entity B : A;  X : real;entity A;  X : real", "3: X is an attribute of A already"},
-    {"entity A;  ABC : real;  BAC : real",
-     "4: BAC has the name hash of ABC and would not be found"},
-    {"enum A = ABC BAC", "2: BAC has the name hash of ABC and would not be found"},
+    {"hash positions 1 2 3;entity A;  ABC : real;  BAC : real",
+     "5: BAC has the name hash of ABC and would not be found"},
+    {"hash positions 1 2 3;enum A = ABC BAC",
+     "3: BAC has the name hash of ABC and would not be found"},
     // Supertypes
     {"entity A : B", "2: expected an entity, found 'B'"},
     {"entity A : B;type B = real", "2: expected an entity, found 'B'"},
@@ -115,7 +129,7 @@ constexpr BadTable kBadTables[] = {
 
 TEST(Generator, RefusesABadTableWithTheLine) {
     for (const BadTable& bad : kBadTables) {
-        std::string table = std::string("schema TOY;") + bad.text;
+        std::string table = std::string("schema TOY 2;") + bad.text;
         std::string message = std::string("t:") + bad.message;
         std::ranges::replace(table, ';', '\n');
         std::ranges::replace(message, '\'', '"');
@@ -128,11 +142,12 @@ TEST(Generator, RefusesWhatDoesNotStartWithASchema) {
     EXPECT_EQ(refusal("# A remark\n\nentity A\n"), "t:3: expected \"schema\", found \"entity\"");
     EXPECT_EQ(refusal("schema Toy\n"),
               "t:1: expected the name of the schema in capitals, found \"Toy\"");
-    EXPECT_EQ(refusal("schema TOY 2\n"), "t:1: expected the end of the line, found \"2\"");
+    EXPECT_EQ(refusal("schema TOY\n"),
+              "t:1: expected the identifier of the schema, found the end of the line");
 }
 
 TEST(Generator, DerivesNoMoreAttributesThanTheMaskHolds) {
-    std::string table = "schema TOY\nentity A\n";
+    std::string table = "schema TOY 2\nentity A\n";
     for (int i = 1; i <= 33; ++i) table += "  " + std::string(i, 'X') + " : real\n";
     table += "entity B : A\n  derived A." + std::string(32, 'X') + "\n";
     EXPECT_EQ(Schema::parse(table, "t")->entities[1]->derived, 0x80000000u);

@@ -75,7 +75,7 @@ class ModelTest : public testing::Test {
 
 /// A whole file of `schema` with these records.
 inline std::string fileOf(std::string_view records, EIfcSchemaId schema = eIFC4) {
-    return OvikTest::fileOf(records, schema == eIFC4 ? "IFC4" : "IFC2X3");
+    return OvikTest::fileOf(records, toUtf8(XString(schemaName(schema))));
 }
 
 /// What comes of a load.

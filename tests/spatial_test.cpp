@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <initializer_list>
-#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "ovik/ifc2x3.h"
@@ -25,7 +25,7 @@ class SpatialTest : public ::testing::Test {
     using Object = typename S::IfcObjectDefinition;
 
     SpatialTest()
-        : model_(newModel(std::is_same_v<S, IFC4> ? eIFC4 : eIFC2X3)),
+        : model_(newModel(S::kSchemaId)),
           project_(make<typename S::IfcProject>(u"project")),
           building_(make<typename S::IfcBuilding>(u"building")),
           storey_(make<typename S::IfcBuildingStorey>(u"storey")),
@@ -208,7 +208,6 @@ TEST(SpatialStructure, OfAnotherSchemaIsEmpty) {
      public:
         OtherModel() : SchemaModel(false, false) {}
         EIfcSchemaId schemaId() const override { return static_cast<EIfcSchemaId>(2); }
-        void buildBackRefs() override {}
     };
     const IfcModelPtr model(new OtherModel);
     auto* const relation = IFC4::IfcRelAggregates::create(*model);

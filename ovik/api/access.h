@@ -1,7 +1,6 @@
 // What stands behind the facade's handles. Internal to the library.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <utility>
 
@@ -13,40 +12,33 @@
 
 namespace Ovik::IfcApi {
 
-struct EntityDesc::Impl {
-    const RtClass* cls = nullptr;
-};
-
-struct SelectorDesc::Impl {
-    std::function<IfcSelectValueBase*()> create;
-    const char* name = nullptr;
-};
-
-struct VectorDesc::Impl {
-    std::function<IfcVectorValueBase*()> create;
-};
-
 struct Access {
     /// The value behind a handle.
     template <class H>
     static auto& inner(const H& handle) {
         return *handle.inner_;
     }
-    /// The block of a descriptor.
-    template <class D>
-    static auto& block(const D& desc) {
-        return *desc.impl_;
-    }
     /// A handle that owns `inner`, made by `new`.
     template <class H, class T>
     static H make(T* inner) {
         return H(Handle<T>(inner));
+    }
+    /// A descriptor of its arguments.
+    template <class D, class... Args>
+    static constexpr D describe(Args... args) {
+        return D(args...);
     }
     /// What `handle` owned; the handle is left moved from.
     template <class H>
     static auto* take(H& handle) {
         return handle.inner_.release();
     }
+
+    /// What a descriptor names: null, or `std::bad_function_call`, for one of nothing and before
+    /// `initOvikApi`. The caller owns the value.
+    static const RtClass* classOf(const EntityDesc& desc);
+    static IfcSelectValueBase* createValue(const SelectorDesc& desc);
+    static IfcVectorValueBase* createValue(const VectorDesc& desc);
 };
 
 class Entity::Impl {

@@ -1,76 +1,77 @@
-// Descriptors: filling them, and the way back from a class to its descriptor.
+// Descriptors: what they name, and the way back from a class to its descriptor.
 #include "ovik/api/desc.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "ovik/api/access.h"
 #include "ovik/api/desctables.h"
 #include "ovik/base/ascii.h"
 #include "ovik/imp/rtclass.h"
+#include "ovik/imp/schematable.h"
+#include "ovik/schema/common/namehash.h"
 
 namespace Ovik::IfcApi {
 namespace {
 
-void fill(std::span<const EntityRow> rows) {
-    for (const EntityRow& row : rows) Access::block(*row.desc).cls = row.cls;
-}
+// The descriptors are constants. That they tell nothing before `initOvikApi` is what programs know,
+// and so they find out in any build when they forget to call it.
+bool isInitialised = false;
 
-void fill(std::span<const VectorRow> rows) {
-    for (const VectorRow& row : rows) Access::block(*row.desc).create = row.create;
-}
-
-void fill(std::span<const SelectorRow> rows) {
-    for (const SelectorRow& row : rows) {
-        Access::block(*row.desc).create = row.create;
-        Access::block(*row.desc).name = row.name;
-    }
-}
-
-const EntityDesc* find(const DescTables& tables, const RtClass* cls) {
-    const unsigned hash = (*tables.hash)(cls->className());
-    const auto row =
-        std::lower_bound(tables.entities.begin(), tables.entities.end(), hash,
-                         [](const EntityRow& r, unsigned value) { return r.hash < value; });
-    if (row == tables.entities.end() || row->hash != hash) return nullptr;
-    if (compareNoCase(row->name, cls->className()) != 0) return nullptr;
-    return Access::block(*row->desc).cls == cls ? row->desc : nullptr;
+template <class Creator>
+auto* create(Creator creator) {
+    if (!isInitialised || !creator) throw std::bad_function_call();
+    return creator();
 }
 
 }  // namespace
 
-EntityDesc::EntityDesc() : impl_(std::make_shared<Impl>()) {}
+const RtClass* Access::classOf(const EntityDesc& desc) {
+    return isInitialised ? desc.cls_ : nullptr;
+}
+
+IfcSelectValueBase* Access::createValue(const SelectorDesc& desc) {
+    return create(desc.create_);
+}
+
+IfcVectorValueBase* Access::createValue(const VectorDesc& desc) {
+    return create(desc.create_);
+}
 
 EntityDesc::operator const char*() const {
-    return impl_->cls ? impl_->cls->className() : nullptr;
+    const RtClass* const cls = Access::classOf(*this);
+    return cls ? cls->className() : nullptr;
 }
 
 bool EntityDesc::operator==(const EntityDesc& other) const {
-    return impl_->cls == other.impl_->cls;
+    return Access::classOf(*this) == Access::classOf(other);
 }
-
-SelectorDesc::SelectorDesc() : impl_(std::make_shared<Impl>()) {}
 
 SelectorDesc::operator const char*() const {
-    return impl_->name;
+    return isInitialised && type_ ? type_->name : nullptr;
 }
 
-VectorDesc::VectorDesc() : impl_(std::make_shared<Impl>()) {}
-
 void initOvikApi() {
-    fill(Ifc2x3::descTables.entities);
-    fill(Ifc4::descTables.entities);
-    fill(Ifc2x3::descTables.vectors);
-    fill(Ifc4::descTables.vectors);
-    fill(Ifc2x3::descTables.selectors);
-    fill(Ifc4::descTables.selectors);
+    isInitialised = true;
+}
+
+const EntityDesc* findEntityDesc(EIfcSchemaId schema, const RtClass* cls) {
+    const SchemaRow* const row = findSchema(schema);
+    if (!row) return nullptr;
+    const unsigned hash = (*row->hash)(cls->className());
+    const auto rows = row->facade->entities;
+    const auto found = std::ranges::lower_bound(rows, hash, {}, &EntityRow::hash);
+    if (found == rows.end() || found->hash != hash) return nullptr;
+    if (compareNoCase(found->name, cls->className()) != 0) return nullptr;
+    return Access::classOf(*found->desc) == cls ? found->desc : nullptr;
 }
 
 const EntityDesc* Ifc2x3::findEntityDesc(const RtClass* cls) {
-    return find(descTables, cls);
+    return IfcApi::findEntityDesc(eIFC2X3, cls);
 }
 
 const EntityDesc* Ifc4::findEntityDesc(const RtClass* cls) {
-    return find(descTables, cls);
+    return IfcApi::findEntityDesc(eIFC4, cls);
 }
 
 }  // namespace Ovik::IfcApi

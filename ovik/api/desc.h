@@ -2,17 +2,20 @@
 // The constants themselves are in ovik/api/ifc2x3.h and ovik/api/ifc4.h.
 #pragma once
 
-#include <memory>
-
 #include "ovik/api/handle.h"
 
-namespace Ovik::IfcApi {
+namespace Ovik {
+namespace Schema {
+struct SelectType;
+}
+
+namespace IfcApi {
 
 /// Names an entity class that can be instantiated.
 class OVIK_API EntityDesc {
  public:
     /// A descriptor of no class.
-    EntityDesc();
+    constexpr EntityDesc() = default;
 
     /// The class name as it stands in a file, in capitals; null before `initOvikApi`.
     operator const char*() const;
@@ -21,40 +24,43 @@ class OVIK_API EntityDesc {
 
  private:
     friend struct Access;
-    struct Impl;
-    // An assignment shares the block.
-    std::shared_ptr<Impl> impl_;
+    constexpr explicit EntityDesc(const RtClass* cls) : cls_(cls) {}
+    const RtClass* cls_ = nullptr;
 };
 
 /// Names a select; a `SelectValue` is made from it.
 class OVIK_API SelectorDesc {
  public:
     /// A descriptor of no select.
-    SelectorDesc();
+    constexpr SelectorDesc() = default;
 
     /// The name as in the schema, in mixed case; null before `initOvikApi`.
     operator const char*() const;
 
  private:
     friend struct Access;
-    struct Impl;
-    std::shared_ptr<Impl> impl_;
+    using Creator = IfcSelectValueBase* (*)();
+    constexpr SelectorDesc(Creator create, const Schema::SelectType* type)
+        : create_(create), type_(type) {}
+    Creator create_ = nullptr;
+    const Schema::SelectType* type_ = nullptr;
 };
 
 /// Names an aggregate; a `VectorValue` is made from it.
 class OVIK_API VectorDesc {
  public:
     /// A descriptor of no aggregate.
-    VectorDesc();
+    constexpr VectorDesc() = default;
 
  private:
     friend struct Access;
-    struct Impl;
-    std::shared_ptr<Impl> impl_;
+    using Creator = IfcVectorValueBase* (*)();
+    constexpr explicit VectorDesc(Creator create) : create_(create) {}
+    Creator create_ = nullptr;
 };
 
-/// Fills all descriptors of both schemas. A program calls it once, in one thread, before it uses
-/// any of them; the filled descriptors are only read. Another call stores the same values again.
+/// Makes the descriptors of all schemas tell what they name: before it each is as one of nothing. A
+/// program calls it once, in one thread, before it uses any of them; another call changes nothing.
 OVIK_API void initOvikApi();
 
 namespace Ifc2x3 {
@@ -70,4 +76,5 @@ namespace Ifc4 {
 OVIK_API const EntityDesc* findEntityDesc(const RtClass* cls);
 }  // namespace Ifc4
 
-}  // namespace Ovik::IfcApi
+}  // namespace IfcApi
+}  // namespace Ovik

@@ -1,11 +1,11 @@
-// The tables behind the descriptors, made from the schema tables. Internal to the library.
+// What the constants of the facade are made with, and the table by which the descriptor of a class
+// is found. Internal to the library.
 #pragma once
 
 #include <span>
 
-#include "ovik/api/desc.h"
+#include "ovik/api/access.h"
 #include "ovik/schema/common/aggregate.h"
-#include "ovik/schema/common/namehash.h"
 #include "ovik/schema/common/select.h"
 
 namespace Ovik::IfcApi {
@@ -13,44 +13,35 @@ namespace Ovik::IfcApi {
 struct EntityRow {
     unsigned hash;     ///< of `name`
     const char* name;  ///< in mixed case
-    EntityDesc* desc;
-    const RtClass* cls;
-};
-
-struct VectorRow {
-    VectorDesc* desc;
-    IfcVectorValueBase* (*create)();
-};
-
-struct SelectorRow {
-    SelectorDesc* desc;
-    const char* name;
-    IfcSelectValueBase* (*create)();
+    const EntityDesc* desc;
 };
 
 /// The descriptors of a schema.
 struct DescTables {
-    const Schema::NameHash* hash;
     std::span<const EntityRow> entities;  ///< in ascending order of the hash
-    std::span<const VectorRow> vectors;
-    std::span<const SelectorRow> selectors;
 };
 
-namespace Ifc2x3 {
-extern const DescTables descTables;
-}
-namespace Ifc4 {
-extern const DescTables descTables;
+/// The descriptor of `cls` in `schema`, as the hash of its name leads to it; null if it does not.
+const EntityDesc* findEntityDesc(EIfcSchemaId schema, const RtClass* cls);
+
+/// The descriptor of the entity class `C`.
+template <class C>
+constexpr EntityDesc entityDesc() {
+    return Access::describe<EntityDesc>(C::desc());
 }
 
-template <class A>
-IfcVectorValueBase* createVector() {
-    return new IfcVectorValue<A>;
-}
-
+/// The descriptor of the select `S`.
 template <class S>
-IfcSelectValueBase* createSelect() {
-    return new IfcSelectValue<S>;
+constexpr SelectorDesc selectorDesc() {
+    return Access::describe<SelectorDesc>(
+        +[]() -> IfcSelectValueBase* { return new IfcSelectValue<S>; }, &S::s_type);
+}
+
+/// The descriptor of the aggregate `A`.
+template <class A>
+constexpr VectorDesc vectorDesc() {
+    return Access::describe<VectorDesc>(
+        +[]() -> IfcVectorValueBase* { return new IfcVectorValue<A>; });
 }
 
 }  // namespace Ovik::IfcApi

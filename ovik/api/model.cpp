@@ -2,6 +2,7 @@
 #include "ovik/api/model.h"
 
 #include "ovik/api/access.h"
+#include "ovik/api/desctables.h"
 #include "ovik/base/unicode.h"
 #include "ovik/imp/ifcheader.h"
 #include "ovik/imp/rtclass.h"
@@ -20,9 +21,9 @@ Entity::Entity() : Entity(new Impl(EntityId())) {}
 Entity::Entity(Impl* inner) : inner_(inner) {}
 
 Entity Entity::create(Model& model, const EntityDesc& desc) {
-    const RtClass* cls = Access::block(desc).cls;
+    const RtClass* cls = Access::classOf(desc);
     const IfcEntity* entity = cls ? cls->create(Access::inner(model).data()) : nullptr;
-    return entity ? Impl::create(entity->id()) : s_null;
+    return entity ? Impl::create(entity->id()) : Entity();
 }
 
 int Entity::ifcId() const {
@@ -46,17 +47,28 @@ Result Entity::setAttribute(const char* name, const Variant& value) {
 
 const EntityDesc* Entity::isA() const {
     const IfcEntity& entity = *Impl::data(*this)();
-    switch (entity.schemaId()) {
-        case eIFC2X3:
-            return Ifc2x3::findEntityDesc(entity.isA());
-        case eIFC4:
-            return Ifc4::findEntityDesc(entity.isA());
-    }
-    return nullptr;
+    return findEntityDesc(entity.schemaId(), entity.isA());
 }
 
 bool Entity::isKindOf(const EntityDesc& desc) const {
-    return Impl::data(*this)()->isKindOf(Access::block(desc).cls);
+    return Impl::data(*this)()->isKindOf(Access::classOf(desc));
+}
+
+const char* Entity::className() const {
+    return Impl::data(*this)()->isA()->className();
+}
+
+std::vector<const char*> Entity::attributeNames() const {
+    std::vector<const RtClass*> chain;
+    for (auto* cls = Impl::data(*this)()->isA(); cls; cls = cls->parent()) chain.push_back(cls);
+    std::vector<const char*> names;
+    for (auto cls = chain.rbegin(); cls != chain.rend(); ++cls) {
+        if (!(*cls)->attributes()) continue;
+        for (const auto& attribute : (*cls)->attributes()->attributes) {
+            names.push_back(attribute.name);
+        }
+    }
+    return names;
 }
 
 std::vector<Entity> Entity::getInverseRefs() const {

@@ -47,6 +47,11 @@ class OVIK_API Entity {
     /// attribute. The entity is then unchanged.
     Result setAttribute(const char* name, const Variant& value);
 
+    /// The name of the entity's class as it stands in a file, in capitals.
+    const char* className() const;
+    /// The names of its attributes in the order of a record: those of its ancestors come first.
+    std::vector<const char*> attributeNames() const;
+
     /// Null for every entity, for the reason at `findEntityDesc`: test with `isKindOf`.
     const EntityDesc* isA() const;
     /// True if the entity's class is that of `desc` or descends from it.

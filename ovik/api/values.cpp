@@ -153,7 +153,7 @@ void EnumValue::setValue(const char* literal) {
 
 // -- SelectValue --------------------------------------------------------------------------------
 
-SelectValue::SelectValue(const SelectorDesc& desc) : inner_(Access::block(desc).create()) {}
+SelectValue::SelectValue(const SelectorDesc& desc) : inner_(Access::createValue(desc)) {}
 
 const char* SelectValue::tag() const {
     return inner_->tag();
@@ -169,7 +169,7 @@ Result SelectValue::setValue(const char* name, const Variant& value) {
 
 // -- VectorValue --------------------------------------------------------------------------------
 
-VectorValue::VectorValue(const VectorDesc& desc) : inner_(Access::block(desc).create()) {}
+VectorValue::VectorValue(const VectorDesc& desc) : inner_(Access::createValue(desc)) {}
 
 Variant VectorValue::operator[](unsigned index) const {
     return Access::make<Variant>(new IfcVariant((*inner_)[index]));

@@ -3,9 +3,8 @@
 
 #include <utility>
 
-#include "ovik/ifc2x3/schema.h"
-#include "ovik/ifc4/schema.h"
 #include "ovik/imp/modelimp.h"
+#include "ovik/imp/schematable.h"
 
 namespace Ovik {
 
@@ -14,13 +13,8 @@ IfcModel::IfcModel(std::unique_ptr<ModelImp> imp) : imp_(std::move(imp)) {}
 IfcModel::~IfcModel() = default;
 
 IfcModel* IfcModel::create(EIfcSchemaId schema, bool makeGuids, bool useTestGuid) {
-    switch (schema) {
-        case eIFC2X3:
-            return IFC2X3::createModel(makeGuids, useTestGuid);
-        case eIFC4:
-            return IFC4::createModel(makeGuids, useTestGuid);
-    }
-    return nullptr;
+    const SchemaRow* const row = findSchema(schema);
+    return row ? row->createModel(makeGuids, useTestGuid) : nullptr;
 }
 
 }  // namespace Ovik

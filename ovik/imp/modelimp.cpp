@@ -1,4 +1,4 @@
-// Slots, and the operations that the models of both schemas share.
+// Slots, and the operations that the models of all schemas share.
 #include "ovik/imp/modelimp.h"
 
 namespace Ovik {
@@ -48,5 +48,16 @@ IfcEntity* SchemaModel::get(std::uint64_t index) const {
 void SchemaModel::reserve(std::uint64_t count) {
     imp()->pool.reserve(count);
 }
+
+void SchemaModel::buildBackRefs() {
+    const std::uint64_t numEntities = getNumEntities();
+    for (std::uint64_t i = 0; i < numEntities; ++i) {
+        IfcEntity& entity = *get(i);
+        entity.setUserData(0);
+        addBackRefs(entity);
+    }
+}
+
+void SchemaModel::addBackRefs(IfcEntity&) const {}
 
 }  // namespace Ovik

@@ -1,4 +1,4 @@
-// What a model consists of, and what is alike in the models of both schemas. Internal.
+// What a model consists of, and what is alike in the models of all schemas. Internal.
 #pragma once
 
 #include <array>
@@ -45,16 +45,16 @@ class OVIK_API SchemaModel : public IfcModel {
     std::uint64_t getNumEntities() const override;
     IfcEntity* get(std::uint64_t index) const override;
     void reserve(std::uint64_t count) override;
+    void buildBackRefs() override;
 
  protected:
     ~SchemaModel() override;
 
+    /// Adds `entity` to the back references of what it relates. Here that is nothing.
+    virtual void addBackRefs(IfcEntity& entity) const;
+
  private:
     int refCount_ = 1;
 };
-
-/// Empty models of the two schemas, with one reference for the caller.
-IfcModel* createIfc2x3Model(bool makeGuids, bool useTestGuid);
-IfcModel* createIfc4Model(bool makeGuids, bool useTestGuid);
 
 }  // namespace Ovik

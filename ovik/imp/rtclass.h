@@ -9,10 +9,14 @@ namespace Ovik {
 
 class IfcEntity;
 class IfcModel;
+namespace Schema {
+struct AttributeTable;
+}
 
 /// Descriptor of an entity class. Descriptors live as long as the library and are compared by
-/// address. Registration belongs to static initialisation; look-ups are for one thread at a time
-/// with `init`, otherwise free.
+/// address. Those of the schemas are constants that are there before any code runs, and the tables
+/// of the schemas list them. Registration belongs to static initialisation; look-ups are for one
+/// thread at a time with `init`, otherwise free.
 class OVIK_API RtClass {
  public:
     using Creator = IfcEntity* (*)(IfcModel*);
@@ -20,9 +24,18 @@ class OVIK_API RtClass {
     /// Descriptor of an abstract class: no creator, not registered. `name` is kept by address.
     constexpr RtClass(const char* name, const RtClass* parent) : name_(name), parent_(parent) {}
 
-    /// Descriptor of a concrete class, which is entered in the registry of `schema`, one of the
-    /// two. A name that files are to be read by begins with "IFC".
+    /// Descriptor of a concrete class from outside, which is entered in the registry of `schema`. A
+    /// name that files are to be read by begins with "IFC". Of classes with one name the one that
+    /// was registered last is found, so a class of a program takes the place of the schema's own;
+    /// but one that is registered before the library has started, as by a global constructor of a
+    /// statically linked program, stands behind that.
     RtClass(const char* name, const RtClass* parent, Creator creator, EIfcSchemaId schema);
+
+    /// Descriptor of a class that its schema lists: what the classes of the schemas are made with.
+    /// No creator for an abstract class.
+    constexpr RtClass(const char* name, const RtClass* parent, Creator creator,
+                      const Schema::AttributeTable* attributes)
+        : name_(name), creator_(creator), parent_(parent), attributes_(attributes) {}
 
     /// True if `other` is this class or one of its ancestors. False on a null `this`.
     bool isKindOf(const RtClass* other) const;
@@ -35,6 +48,10 @@ class OVIK_API RtClass {
 
     /// The supertype's descriptor, or null at the end of the chain.
     const RtClass* parent() const { return parent_; }
+
+    /// The attributes that the class itself declares, none perhaps; null for a class that is not of
+    /// a schema's table.
+    const Schema::AttributeTable* attributes() const { return attributes_; }
 
     /// Empties the registry of IFC2X3 and leaves that of IFC4 alone.
     static void init();
@@ -53,6 +70,7 @@ class OVIK_API RtClass {
     const char* name_;
     Creator creator_ = nullptr;
     const RtClass* parent_ = nullptr;
+    const Schema::AttributeTable* attributes_ = nullptr;
 };
 
 /// `isKindOf` for callers with a descriptor in hand: a plain walk, inlined where references are

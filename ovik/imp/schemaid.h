@@ -1,4 +1,4 @@
-// The two schemas and their names.
+// The schemas of the library and their names.
 #pragma once
 
 #include "ovik/base/export.h"
@@ -11,10 +11,7 @@ enum EIfcSchemaId : int {
     eIFC4 = 1,
 };
 
-/// Number of schemas; the values of `EIfcSchemaId` run below it.
-inline constexpr int kNumSchemas = 2;
-
-/// "IFC2X3" or "IFC4", as it stands in `FILE_SCHEMA`. The argument is not checked.
+/// "IFC2X3" or "IFC4", as it stands in `FILE_SCHEMA`; null for an identifier that is none.
 OVIK_API const char16_t* schemaName(EIfcSchemaId id);
 
 }  // namespace Ovik

@@ -153,8 +153,6 @@ IfcSpatialStructure* IfcSpatialStructure::create(const IfcModel& model) {
         case eIFC4:
             structure->build<IFC4>(model);
             break;
-        default:  // a model of another schema has no structure
-            break;
     }
     return structure;
 }

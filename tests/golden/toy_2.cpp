@@ -6,104 +6,99 @@
 #include "ovik/imp/validation.h"
 #include "ovik/schema/common/aggregateengine.h"
 #include "ovik/schema/common/engine.h"
-#include "ovik/schema/common/tables.h"
-#include "ovik/schema/toy/namehash.h"
-#include "ovik/toy/Box.h"
+#include "ovik/schema/toy/imp.h"
 #include "ovik/toy/Finish.h"
+#include "ovik/toy/IfcBox.h"
+#include "ovik/toy/IfcMeasure.h"
+#include "ovik/toy/IfcPart.h"
 #include "ovik/toy/List_0_Label.h"
 #include "ovik/toy/List_1_List_2_3_Factor.h"
 #include "ovik/toy/List_2_3_Factor.h"
-#include "ovik/toy/Measure.h"
-#include "ovik/toy/Part.h"
 #include "ovik/toy/Set_1_2_Side.h"
 
 // The tables hold offsets of fields. The classes have single inheritance without virtual
-// bases, where offsetof is sound, and begin with their base, which is asserted.
+// bases, where offsetof is sound.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 namespace Ovik {
 
-using Schema::typeOf;
+using Schema::Kind;
 
 static constexpr Schema::Literal literalsOfFinish[] = {
-    {"MATT", 4594},
-    {"GLOSSY", 12944},
-    {"NOTDEFINED", 9935},
+    {"MATT", 2384383275},
+    {"GLOSSY", 3449804800},
+    {"NOTDEFINED", 2143442899},
 };
 constinit const Schema::EnumType TOY::Finish::s_type = {
     "Finish", &TOYImp::schemaNameHash,
-    literalsOfFinish};
+    literalsOfFinish, 2, true};
 
-static_assert(Schema::Internals::selectBeginsWith<TOY::Measure, Schema::Select>);
-constexpr Schema::Choice TOY::Measure::s_choices[] = {
-    {"Length", "LENGTH", 10656, typeOf<decltype(length_)>(),
-     offsetof(Measure, length_)},
-    {"Count", "COUNT", 370, typeOf<decltype(count_)>(),
-     offsetof(Measure, count_)},
-    {"Alias", "ALIAS", 860, typeOf<decltype(alias_)>(),
-     offsetof(Measure, alias_)},
+constinit const Schema::Choice TOY::IfcMeasure::s_choices[] = {
+    {"IfcLength", "IFCLENGTH", 104236047, Kind::Real,
+     offsetof(IfcMeasure, ifcLength_)},
+    {"IfcCount", "IFCCOUNT", 2081272838, Kind::Integer,
+     offsetof(IfcMeasure, ifcCount_)},
+    {"IfcAlias", "IFCALIAS", 1773049241, Kind::String,
+     offsetof(IfcMeasure, ifcAlias_)},
 };
-constinit const Schema::SelectType TOY::Measure::s_type = {
-    "Measure", &TOYImp::schemaNameHash, s_choices,
-    &Schema::boxSelect<Measure>, &Schema::unboxSelect<Measure>};
+constinit const Schema::SelectType TOY::IfcMeasure::s_type = {
+    "IfcMeasure", "IFCMEASURE", &TOYImp::schemaNameHash, s_choices, 0,
+    false, false, true, false, false,
+    &Schema::boxSelect<IfcMeasure>, &Schema::unboxSelect<IfcMeasure>};
 
-const char* TOY::Measure::choiceAsString() const {
+const char* TOY::IfcMeasure::choiceAsString() const {
     const Schema::Choice* current = Schema::currentChoice(*this, s_type);
     return current ? current->name : nullptr;
 }
 
 constinit const Schema::AggregateType TOY::List_0_Label::s_type =
-    Schema::aggregateType<List_0_Label, 0, 0>();
+    Schema::aggregateType<List_0_Label, 0, 0>(Kind::String);
 
 constinit const Schema::AggregateType TOY::List_1_List_2_3_Factor::s_type =
-    Schema::aggregateType<List_1_List_2_3_Factor, 1, 0>();
+    Schema::aggregateType<List_1_List_2_3_Factor, 1, 0>(&TOY::List_2_3_Factor::s_type);
 
-// Box
-RtClass TOY::Box::s_type("BOX", TOY::Part::desc(),
-    [](IfcModel* model) -> IfcEntity* { return create(*model); }, eTOY);
+// IfcBox
+constinit const Schema::AttributeTable TOY::IfcBox::s_table = {
+    s_attributes, &TOYImp::schemaNameHash};
+constinit RtClass TOY::IfcBox::s_type("IFCBOX", TOY::IfcPart::desc(),
+    [](IfcModel* model) -> IfcEntity* { return create(*model); }, &s_table);
 
-const RtClass* TOY::Box::isA() const {
+const RtClass* TOY::IfcBox::isA() const {
     return &s_type;
 }
 
-TOY::Box* TOY::Box::create(IfcModel& model) {
-    auto* entity = new Box;
+TOY::IfcBox* TOY::IfcBox::create(IfcModel& model) {
+    auto* entity = new IfcBox;
     entity->addToModel(model);
     makeGuid(model, entity->getKey());
     return entity;
 }
 
-static_assert(Schema::Internals::entityBeginsWith<TOY::Box, IfcEntity>);
-constinit const Schema::Attribute TOY::Box::s_attributes[] = {
-    {"Sides", 605, typeOf<decltype(sides_)>(),
-     offsetof(Box, sides_), 0, false},
+constinit const Schema::Attribute TOY::IfcBox::s_attributes[] = {
+    {"Sides", 332463479, &TOY::Set_1_2_Side::s_type,
+     offsetof(IfcBox, sides_), 0, false},
 };
 
-bool TOY::Box::read(IfcInFiler& in) {
-    return Thing::read(in) &&
-           Schema::readAttributes(*this, Part::s_attributes, in, 2u) &&
+bool TOY::IfcBox::read(IfcInFiler& in) {
+    return IfcThing::read(in) &&
+           Schema::readAttributes(*this, IfcPart::s_attributes, in, 2u) &&
            Schema::readAttributes(*this, s_attributes, in);
 }
 
-void TOY::Box::writeFields(IfcOutFiler& out) const {
-    Thing::writeFields(out);
-    Schema::writeAttributes(*this, Part::s_attributes, out, 2u);
+void TOY::IfcBox::writeFields(IfcOutFiler& out) const {
+    IfcThing::writeFields(out);
+    Schema::writeAttributes(*this, IfcPart::s_attributes, out, 2u);
     Schema::writeAttributes(*this, s_attributes, out);
 }
 
-Result TOY::Box::getAttribute(const char* name, IfcVariant& value) const {
-    if (Part::getAttribute(name, value) == ResultOk) return ResultOk;
+Result TOY::IfcBox::getAttribute(const char* name, IfcVariant& value) const {
+    if (IfcPart::getAttribute(name, value) == ResultOk) return ResultOk;
     return Schema::getAttribute(*this, s_attributes, TOYImp::schemaNameHash, name, value);
 }
 
-Result TOY::Box::setAttribute(const char* name, const IfcVariant& value) {
-    if (Part::setAttribute(name, value) == ResultOk) return ResultOk;
+Result TOY::IfcBox::setAttribute(const char* name, const IfcVariant& value) {
+    if (IfcPart::setAttribute(name, value) == ResultOk) return ResultOk;
     return Schema::setAttribute(*this, s_attributes, TOYImp::schemaNameHash, name, value);
 }
-
-namespace TOYImp {
-extern const int shard2;
-const int shard2 = 0;
-}  // namespace TOYImp
 
 }  // namespace Ovik

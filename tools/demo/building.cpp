@@ -2,8 +2,6 @@
 // function serves both, with the schema as its argument.
 #include "demo/building.h"
 
-#include <type_traits>
-
 #include "ovik/ifc2x3.h"
 #include "ovik/ifc4.h"
 
@@ -13,10 +11,13 @@ namespace {
 using Ovik::IfcModel;
 using Ovik::XString;
 
+/// Some schemas want to know who made each rooted object, and with what.
 template <class S>
-constexpr bool kIsIfc4 = std::is_same_v<S, Ovik::IFC4>;
+constexpr bool kWantsOwnerHistory = !requires(typename S::IfcRoot & root) {
+    root.hasOwnerHistory();
+};
 
-/// Who made the model, and with what. IFC2X3 wants it on every rooted object.
+/// Who made the model, and with what.
 template <class S>
 typename S::IfcOwnerHistory* makeOwnerHistory(IfcModel& model) {
     auto* person = S::IfcPerson::create(model);
@@ -137,7 +138,7 @@ void fill(IfcModel& model) {
     contained->setRelatingStructure(storey);
     auto* defined = S::IfcRelDefinesByProperties::create(model);
     auto* properties = makeWallProperties<S>(model);
-    if constexpr (kIsIfc4<S>) {
+    if constexpr (requires { typename S::IfcPropertySetDefinitionSelect; }) {
         typename S::IfcPropertySetDefinitionSelect choice;
         choice.setIfcPropertySetDefinition(properties);
         defined->setRelatingPropertyDefinition(choice);
@@ -147,7 +148,8 @@ void fill(IfcModel& model) {
     for (const char16_t* name : {u"North wall", u"East wall", u"South wall", u"West wall"}) {
         auto* wall = S::IfcWall::create(model);
         wall->setName(name);
-        if constexpr (kIsIfc4<S>) wall->setPredefinedType(S::IfcWallTypeEnum::eSOLIDWALL);
+        if constexpr (requires { wall->setPredefinedType(S::IfcWallTypeEnum::eSOLIDWALL); })
+            wall->setPredefinedType(S::IfcWallTypeEnum::eSOLIDWALL);
         auto* placement = S::IfcLocalPlacement::create(model);
         typename S::IfcAxis2Placement axes;
         axes.setIfcAxis2Placement3D(makeOrigin<S>(model));
@@ -157,7 +159,7 @@ void fill(IfcModel& model) {
         defined->getRelatedObjects().add(wall);
     }
 
-    if constexpr (!kIsIfc4<S>) {
+    if constexpr (kWantsOwnerHistory<S>) {
         auto* history = makeOwnerHistory<S>(model);
         for (std::uint64_t i = 0; i < model.getNumEntities(); ++i)
             if (auto* root = S::IfcRoot::cast(model.get(i))) root->setOwnerHistory(history);
@@ -169,7 +171,14 @@ void fill(IfcModel& model) {
 Ovik::IfcModelPtr makeBuilding(Ovik::EIfcSchemaId schema) {
     constexpr bool kMakeGuids = true;
     Ovik::IfcModelPtr model(IfcModel::create(schema, kMakeGuids, false));
-    schema == Ovik::eIFC4 ? fill<Ovik::IFC4>(*model) : fill<Ovik::IFC2X3>(*model);
+    switch (schema) {
+        case Ovik::eIFC2X3:
+            fill<Ovik::IFC2X3>(*model);
+            break;
+        case Ovik::eIFC4:
+            fill<Ovik::IFC4>(*model);
+            break;
+    }
     return model;
 }
 

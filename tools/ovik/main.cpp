@@ -204,7 +204,7 @@ int show(const Arguments& arguments) {
                 tools::complain(file, "has no instance #" + std::to_string(number));
                 status = 1;
             } else {
-                tools::showEntity(std::cout, model->schemaId(), entity);
+                tools::showEntity(std::cout, entity);
             }
         }
     }

@@ -7,8 +7,8 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "attributenames.h"
 #include "common/plaintext.h"
 
 namespace tools {
@@ -87,16 +87,12 @@ std::string show(const Variant& value) {
 
 }  // namespace
 
-void showEntity(std::ostream& out, Ovik::EIfcSchemaId schema, const Entity& entity) {
-    const auto classes = schema == Ovik::eIFC4 ? ifc4Attributes : ifc2x3Attributes;
-    const auto cls = std::find_if(classes.begin(), classes.end(), [&](const ClassAttributes& c) {
-        return entity.isKindOf(*c.desc);
-    });
-    if (cls == classes.end()) return;
+void showEntity(std::ostream& out, const Entity& entity) {
+    const std::vector<const char*> names = entity.attributeNames();
     std::size_t width = 0;
-    for (const char* name : cls->names) width = std::max(width, std::strlen(name));
-    out << '#' << entity.ifcId() << ' ' << static_cast<const char*>(*cls->desc) << '\n';
-    for (const char* name : cls->names) {
+    for (const char* name : names) width = std::max(width, std::strlen(name));
+    out << '#' << entity.ifcId() << ' ' << entity.className() << '\n';
+    for (const char* name : names) {
         Variant value;
         const bool isSet = entity.getAttribute(name, value) == ResultOk;
         out << "  " << name << std::string(width + 2 - std::strlen(name), ' ')

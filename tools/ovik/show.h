@@ -9,6 +9,6 @@ namespace tools {
 
 /// Writes class and number of an entity and, a line for each, its attributes: "unset" for one
 /// without a value. UTF-8.
-void showEntity(std::ostream& out, Ovik::EIfcSchemaId schema, const Ovik::IfcApi::Entity& entity);
+void showEntity(std::ostream& out, const Ovik::IfcApi::Entity& entity);
 
 }  // namespace tools

@@ -1,6 +1,7 @@
 // The passes of a load, and `IfcModel::read` over them.
 #include "ovik/imp/load/ifcreader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "ovik/base/errlog.h"
@@ -11,6 +12,7 @@
 #include "ovik/imp/load/validationimp.h"
 #include "ovik/imp/losscause.h"
 #include "ovik/imp/modelimp.h"
+#include "ovik/imp/schematable.h"
 #include "ovik/imp/utf8.h"
 #include "ovik/parser/parser.h"
 
@@ -115,14 +117,11 @@ bool IfcReader::setHeader(ParsedHeader*& parsed) {
     for (char16_t& c : capitals) {
         if (c >= u'a' && c <= u'z') c = static_cast<char16_t>(c - u'a' + u'A');
     }
-    if (capitals == schemaName(eIFC2X3)) {
-        schema_ = eIFC2X3;
-    } else if (capitals == schemaName(eIFC4)) {
-        schema_ = eIFC4;
-    } else {
-        return false;
-    }
-    model_.reset(IfcModel::create(schema_, false, false));
+    const auto rows = schemaTable();
+    const auto row = std::ranges::find(rows, capitals, &SchemaRow::name);
+    if (row == rows.end()) return false;
+    schema_ = (*row)->id;
+    model_.reset((*row)->createModel(false, false));
     load_.model = model_->imp();
     load_.model->addToPool = false;
     if (header_) fillHeader(*parsed);

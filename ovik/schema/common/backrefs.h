@@ -1,27 +1,34 @@
 // Which relations are collected as back references, and of what: those that a host needs to walk
-// backwards. The schemas differ in a few places only, so one routine serves both. It is included
-// by the models of the schemas behind the classes of theirs. Internal.
+// backwards. What one schema has and the other has not is asked of its classes, so one routine
+// serves both. Internal.
 #pragma once
 
-#include <cstdint>
 #include <type_traits>
 
 #include "ovik/imp/ifcentity.h"
-#include "ovik/imp/ifcmodel.h"
+#include "ovik/schema/common/engine.h"
+#include "ovik/schema/common/select.h"
 
-namespace Ovik {
+namespace Ovik::Schema {
 
-class IFC4;
+/// The entity that a reference or a select leads to. Null if it leads nowhere or to an object of a
+/// wrong class, or if the select holds a value.
+inline IfcEntity* relatedEntity(IfcEntity* target) {
+    return target;
+}
+template <class S>
+IfcEntity* relatedEntity(const S& select) requires std::is_base_of_v<Select, S> {
+    const Choice* const choice = currentChoice(select, S::s_type);
+    if (!choice || choice->type.kind != Kind::Entity) return nullptr;
+    return targetOf(*static_cast<const EntityId*>(fieldAt(&select, choice->offset)),
+                    choice->type.entity);
+}
 
-namespace Schema {
-
-/// Adds `entity` of schema `S` to the back references of what it relates. A reference that leads
-/// nowhere or to an object of a wrong class comes out of its accessor as null and is left out.
+/// Adds `entity` of schema `S` to the back references of what it relates.
 template <class S>
 void addBackRefs(IfcEntity& entity) {
-    constexpr bool kIsIfc4 = std::is_same_v<S, IFC4>;
-    const auto add = [&entity](IfcEntity* target) {
-        if (target) target->backRefs().add(&entity);
+    const auto add = [&entity](auto&& target) {
+        if (IfcEntity* const related = relatedEntity(target)) related->backRefs().add(&entity);
     };
     const auto addEach = [&add](auto& targets) {
         for (unsigned i = 0; i < targets.size(); ++i) add(targets[i]);
@@ -34,14 +41,8 @@ void addBackRefs(IfcEntity& entity) {
         if (styled.hasItem()) add(styled.getItem());
     } else if (type == S::IfcPresentationLayerAssignment::desc() ||
                type == S::IfcPresentationLayerWithStyle::desc()) {
-        auto& items =
-            static_cast<typename S::IfcPresentationLayerAssignment&>(entity).getAssignedItems();
-        for (unsigned i = 0; i < items.size(); ++i) {
-            if (items[i].isIfcRepresentationItem())
-                add(items[i].getIfcRepresentationItem());
-            else if (items[i].isIfcRepresentation())
-                add(items[i].getIfcRepresentation());
-        }
+        addEach(
+            static_cast<typename S::IfcPresentationLayerAssignment&>(entity).getAssignedItems());
     } else if (type == S::IfcRelVoidsElement::desc()) {
         auto& relation = static_cast<typename S::IfcRelVoidsElement&>(entity);
         add(relation.getRelatingBuildingElement());
@@ -52,17 +53,7 @@ void addBackRefs(IfcEntity& entity) {
         add(relation.getRelatedBuildingElement());
     } else if (type == S::IfcRelAssociatesMaterial::desc() ||
                type == S::IfcRelAssociatesClassification::desc()) {
-        auto& objects = static_cast<typename S::IfcRelAssociates&>(entity).getRelatedObjects();
-        if constexpr (kIsIfc4) {
-            for (unsigned i = 0; i < objects.size(); ++i) {
-                if (objects[i].isIfcObjectDefinition())
-                    add(objects[i].getIfcObjectDefinition());
-                else if (objects[i].isIfcPropertyDefinition())
-                    add(objects[i].getIfcPropertyDefinition());
-            }
-        } else {
-            addEach(objects);
-        }
+        addEach(static_cast<typename S::IfcRelAssociates&>(entity).getRelatedObjects());
     } else if (type == S::IfcMaterialDefinitionRepresentation::desc()) {
         add(static_cast<typename S::IfcMaterialDefinitionRepresentation&>(entity)
                 .getRepresentedMaterial());
@@ -82,19 +73,11 @@ void addBackRefs(IfcEntity& entity) {
             (relation.getRelatedObjectsType() != Objects::ePRODUCT &&
              relation.getRelatedObjectsType() != Objects::ePROJECT))
             return;
-        auto&& product = relation.getRelatingProduct();
-        if constexpr (kIsIfc4) {
-            if (product.isIfcProduct())
-                add(product.getIfcProduct());
-            else if (product.isIfcTypeProduct())
-                add(product.getIfcTypeProduct());
-        } else {
-            add(product);
-        }
+        add(relation.getRelatingProduct());
     } else if (isKindOf(type, S::IfcTypeProduct::desc())) {
         auto& product = static_cast<typename S::IfcTypeProduct&>(entity);
         if (product.hasRepresentationMaps()) addEach(product.getRepresentationMaps());
-    } else if constexpr (kIsIfc4) {
+    } else if constexpr (requires { typename S::IfcIndexedColourMap; }) {
         if (isKindOf(type, S::IfcIndexedColourMap::desc()))
             add(static_cast<typename S::IfcIndexedColourMap&>(entity).getMappedTo());
         else if (isKindOf(type, S::IfcIndexedTextureMap::desc()))
@@ -102,15 +85,4 @@ void addBackRefs(IfcEntity& entity) {
     }
 }
 
-template <class S>
-void buildBackRefs(const IfcModel& model) {
-    const std::uint64_t numEntities = model.getNumEntities();
-    for (std::uint64_t i = 0; i < numEntities; ++i) {
-        IfcEntity& entity = *model.get(i);
-        entity.setUserData(0);
-        addBackRefs<S>(entity);
-    }
-}
-
-}  // namespace Schema
-}  // namespace Ovik
+}  // namespace Ovik::Schema

@@ -174,6 +174,13 @@ struct Attribute {
     bool optional;
 };
 
+/// The attributes that an entity class itself declares, in the order of a record. Its descriptor
+/// leads here, so that the attributes of an entity are found along the chain from `isA()` on.
+struct AttributeTable {
+    std::span<const Attribute> attributes;
+    const NameHash* hash;
+};
+
 /// The engine's one door to what the value classes keep to themselves.
 struct Internals {
     /// The tag of an enumeration or a select.

@@ -3,7 +3,6 @@
 #include "apiwriter.h"
 
 #include <algorithm>
-#include <functional>
 #include <map>
 
 #include "fill.h"
@@ -41,68 +40,25 @@ constexpr const char* kSource = R"(
 #include "ovik/api/{{lower}}.h"
 
 #include "ovik/api/desctables.h"
+#include "ovik/schema/{{lower}}/imp.h"
 #include "ovik/{{lower}}.h"
-#include "ovik/schema/{{lower}}/namehash.h"
 
 namespace Ovik::IfcApi::{{space}} {
 
 {{entities}}
+
 {{selects}}
+
 {{aggregates}}
 
 static constexpr EntityRow entities[] = {
 {{entityRows}}
 };
 
-static constexpr VectorRow vectors[] = {
-{{vectorRows}}
-};
-
-static constexpr SelectorRow selectors[] = {
-{{selectorRows}}
-};
-
-constinit const DescTables descTables = {&{{hash}}, entities, vectors, selectors};
+constinit const DescTables descTables = {entities};
 
 }  // namespace Ovik::IfcApi::{{space}}
 )";
-
-constexpr const char* kAttributesSource = R"(
-// The attributes of each class, classes before their ancestors.
-#include "ovik/api/{{lower}}.h"
-
-#include <array>
-
-#include "attributenames.h"
-
-using namespace Ovik::IfcApi::{{space}};
-
-{{lists}}
-
-static constexpr tools::ClassAttributes classes[] = {
-{{rows}}
-};
-
-const std::span<const tools::ClassAttributes> tools::{{lower}}Attributes = classes;
-)";
-
-constexpr const char* kAttributeList = R"(
-static constexpr std::array<const char*, {{count}}> attributesOf{{class}} = {
-{{names}}
-};
-)";
-
-std::size_t depth(const Entity* e) {
-    return e->parent ? 1 + depth(e->parent) : 0;
-}
-
-// Attributes in the order of a record: those of the ancestors first.
-std::vector<std::string> attributesOf(const Entity& e) {
-    std::vector<std::string> names;
-    if (e.parent) names = attributesOf(*e.parent);
-    for (const Attribute& a : e.attributes) names.push_back(a.name);
-    return names;
-}
 
 class ApiWriter {
  public:
@@ -119,7 +75,6 @@ class ApiWriter {
     void run() const {
         writeHeader();
         writeSource();
-        writeAttributes();
     }
 
  private:
@@ -175,38 +130,16 @@ class ApiWriter {
             fill(kSource,
                  {{"lower", lower_},
                   {"space", space_},
-                  {"hash", hashName(schema_)},
-                  {"entities", lines(concrete_, "EntityDesc {{name}};\n")},
-                  {"selects", lines(schema_.selects, "SelectorDesc {{name}};\n")},
-                  {"aggregates", lines(schema_.aggregates, "VectorDesc {{name}};\n")},
-                  {"entityRows", lines(byHash,
-                                       "    {{{hash}}, \"{{name}}\", &{{name}}, "
-                                       "{{schema}}::{{name}}::desc()},\n")},
-                  {"vectorRows", lines(schema_.aggregates,
-                                       "    {&{{name}}, &createVector<{{schema}}::{{name}}>},\n")},
-                  {"selectorRows", lines(schema_.selects,
-                                         "    {&{{name}}, \"{{name}}\", "
-                                         "&createSelect<{{schema}}::{{name}}>},\n")}}));
-    }
-
-    void writeAttributes() const {
-        std::vector<const Entity*> deepestFirst = concrete_;
-        std::ranges::stable_sort(deepestFirst, std::greater(), depth);
-        const auto list = [](const Entity* e) {
-            const std::vector<std::string> names = attributesOf(*e);
-            return fill(kAttributeList, {{"class", e->name},
-                                         {"count", std::to_string(names.size())},
-                                         {"names", each(names, [](const std::string& name) {
-                                              return "    " + name + ",\n";
-                                          })}});
-        };
-        output_.write(
-            lower_ + "_attributes.cpp",
-            fill(kAttributesSource,
-                 {{"lower", lower_},
-                  {"space", space_},
-                  {"lists", each(deepestFirst, list)},
-                  {"rows", lines(deepestFirst, "    {&{{name}}, attributesOf{{name}}},\n")}}));
+                  {"entities", lines(concrete_,
+                                     "constinit EntityDesc {{name}} = "
+                                     "entityDesc<{{schema}}::{{name}}>();\n")},
+                  {"selects", lines(schema_.selects,
+                                    "constinit SelectorDesc {{name}} = "
+                                    "selectorDesc<{{schema}}::{{name}}>();\n")},
+                  {"aggregates", lines(schema_.aggregates,
+                                       "constinit VectorDesc {{name}} = "
+                                       "vectorDesc<{{schema}}::{{name}}>();\n")},
+                  {"entityRows", lines(byHash, "    {{{hash}}, \"{{name}}\", &{{name}}},\n")}}));
     }
 
     const Schema& schema_;

@@ -7,8 +7,7 @@
 namespace Ovik::Generator {
 
 /// Writes to `output` the facade's constants, declared in `ovik/api/<schema>.h` and defined in
-/// `<schema>_api.cpp`, and for the tool the attribute names of each class,
-/// `<schema>_attributes.cpp`.
+/// `<schema>_api.cpp`.
 void writeApi(const Schema& schema, const Output& output);
 
 }  // namespace Ovik::Generator

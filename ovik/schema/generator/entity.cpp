@@ -42,6 +42,7 @@ class OVIK_API {{schema}}::{{class}} : public {{parent}} {
 
  private:
     static RtClass s_type;
+    static const Schema::AttributeTable s_table;
 {{fields}}
 };
 )";
@@ -151,19 +152,17 @@ const RtClass* {{schema}}::{{class}}::isA() const {
 
 )";
 
-constexpr const char* kAbstractDescriptor = R"(
-constinit RtClass {{schema}}::{{class}}::s_type("{{record}}", {{parent}});
-)";
-
-constexpr const char* kConcreteDescriptor = R"(
-RtClass {{schema}}::{{class}}::s_type("{{record}}", {{parent}},
-    [](IfcModel* model) -> IfcEntity* { return create(*model); }, e{{schema}});
+constexpr const char* kDescriptor = R"(
+constinit const Schema::AttributeTable {{schema}}::{{class}}::s_table = {
+    {{attributes}}, &{{hash}}};
+constinit RtClass {{schema}}::{{class}}::s_type("{{record}}", {{parent}},
+    {{creator}}, &s_table);
 )";
 
 constexpr const char* kRootOperations = R"(
 
 EIfcSchemaId {{schema}}::{{class}}::schemaId() const {
-    return e{{schema}};
+    return kSchemaId;
 }
 
 void {{schema}}::{{class}}::write(IfcOutFiler& out) const {
@@ -245,11 +244,14 @@ std::string defineDescriptor(const Schema& schema, const Entity& entity) {
     const std::string parent = entity.parent ? schema.name + "::" + entity.parent->name + "::desc()"
                                : entity.isAbstract ? "IfcEntity::desc()"
                                                    : "nullptr";
-    return fill(entity.isAbstract ? kAbstractDescriptor : kConcreteDescriptor,
-                {{"schema", schema.name},
-                 {"class", entity.name},
-                 {"record", recordName(entity.name)},
-                 {"parent", parent}});
+    const char* const creator = "[](IfcModel* model) -> IfcEntity* { return create(*model); }";
+    return fill(kDescriptor, {{"schema", schema.name},
+                              {"class", entity.name},
+                              {"attributes", entity.attributes.empty() ? "{}" : "s_attributes"},
+                              {"hash", hashName(schema)},
+                              {"record", recordName(entity.name)},
+                              {"parent", parent},
+                              {"creator", entity.isAbstract ? "nullptr" : creator}});
 }
 
 std::string defineRootOperations(const Schema& schema, const Entity& entity) {

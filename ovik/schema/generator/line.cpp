@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 
@@ -15,6 +16,14 @@ bool isCapital(char c) {
 
 bool isNameCharacter(char c) {
     return isCapital(c) || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+std::optional<unsigned> toNumber(std::string_view word) {
+    unsigned value = 0;
+    const char* const last = word.data() + word.size();
+    const auto [end, error] = std::from_chars(word.data(), last, value);
+    if (error != std::errc() || end != last) return std::nullopt;
+    return value;
 }
 
 }  // namespace
@@ -50,14 +59,20 @@ std::string Line::name(const std::string& what) {
     return word;
 }
 
-unsigned Line::wholeNumber(const std::string& what, unsigned least) {
-    const std::string& word = peek();
-    unsigned value = 0;
-    const char* const last = word.data() + word.size();
-    const auto [end, error] = std::from_chars(word.data(), last, value);
-    if (error != std::errc() || end != last || value < least) failExpected(what);
+unsigned Line::wholeNumber(const std::string& what, unsigned least, unsigned most) {
+    const std::optional<unsigned> value = toNumber(peek());
+    if (!value || *value < least || *value > most) failExpected(what);
     ++next_;
-    return value;
+    return *value;
+}
+
+std::pair<char, unsigned> Line::byteValue(const std::string& what, unsigned most) {
+    const std::string& word = peek();
+    if (word.size() < 3 || word[1] != '=') failExpected(what);
+    const std::optional<unsigned> value = toNumber(std::string_view(word).substr(2));
+    if (!value || *value > most) failExpected(what);
+    ++next_;
+    return {word[0], *value};
 }
 
 void Line::end() const {

@@ -1,8 +1,10 @@
 // A line of a schema table, taken apart word by word.
 #pragma once
 
+#include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Ovik::Generator {
@@ -29,8 +31,11 @@ class Line {
     /// Moves past a name: letters, digits and underscores, a capital first. `what` says what it
     /// names.
     std::string name(const std::string& what);
-    /// Moves past a whole number that is at least `least`.
-    unsigned wholeNumber(const std::string& what, unsigned least = 0);
+    /// Moves past a whole number from `least` to `most`.
+    unsigned wholeNumber(const std::string& what, unsigned least = 0,
+                         unsigned most = std::numeric_limits<unsigned>::max());
+    /// Moves past a byte and its value, as `A=20`.
+    std::pair<char, unsigned> byteValue(const std::string& what, unsigned most);
     /// Nothing may follow.
     void end() const;
     /// The words that follow.

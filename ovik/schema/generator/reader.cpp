@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <fstream>
 #include <functional>
+#include <limits>
 #include <map>
 #include <set>
 #include <sstream>
@@ -16,6 +17,9 @@
 
 namespace Ovik::Generator {
 namespace {
+
+constexpr unsigned kMaxByteValue = 0xFFFF;
+constexpr unsigned kMaxPosition = 0xFF;
 
 // Which attributes of the supertype are derived is told by the bits of an unsigned number.
 constexpr std::size_t kMaxDerivable = 32;
@@ -95,7 +99,37 @@ class Reader {
         const std::string what = "the name of the schema in capitals";
         if (line.peek() != recordName(line.peek())) line.failExpected(what);
         schema_->name = line.name(what);
+        constexpr unsigned kMaxId = std::numeric_limits<int>::max();
+        schema_->id = line.wholeNumber("the identifier of the schema", 0, kMaxId);
         line.end();
+    }
+
+    void readHash(Line& line) {
+        HashTable& table = schema_->hashTable;
+        if (line.accept("filler")) {
+            const unsigned value = line.wholeNumber("a value", 0, kMaxByteValue);
+            table.filler = static_cast<std::uint16_t>(value);
+        } else if (line.accept("positions")) {
+            do {
+                const unsigned least = table.positions.empty() ? 1 : table.positions.back() + 1u;
+                const std::string what = "a position from " + std::to_string(least) + " on";
+                if (table.positions.size() == NameHash::kMaxPositions) line.end();
+                const unsigned position = line.wholeNumber(what, least, kMaxPosition);
+                table.positions.push_back(static_cast<std::uint8_t>(position));
+            } while (!line.atEnd());
+        } else if (line.accept("values")) {
+            do {
+                const auto [byte, value] =
+                    line.byteValue("a byte and its value, as A=20", kMaxByteValue);
+                table.values.push_back({byte, static_cast<std::uint16_t>(value)});
+            } while (!line.atEnd());
+        } else {
+            line.failExpected("\"filler\", \"positions\" or \"values\"");
+        }
+        line.end();
+        if (!table.positions.empty()) {
+            schema_->hash = NameHash(table.filler, table.positions, table.values);
+        }
     }
 
     void declare(Line& line) {
@@ -107,7 +141,13 @@ class Reader {
             return;
         }
         entity_ = nullptr;
-        if (line.accept("type")) {
+        if (line.accept("hash")) {
+            readHash(line);
+        } else if (line.accept("by")) {
+            for (const char* word : {"hand", "back", "references"}) line.expect(word);
+            line.end();
+            schema_->backRefsByHand = true;
+        } else if (line.accept("type")) {
             declareName(line).state = Declared::Unresolved;
         } else if (line.accept("enum")) {
             declareItem(line, schema_->enumerations, enumerations_, &Type::enumeration);
@@ -116,7 +156,8 @@ class Reader {
         } else if (line.accept("entity")) {
             entity_ = declareItem(line, schema_->entities, entities_, &Type::entity);
         } else {
-            line.failExpected("\"type\", \"enum\", \"select\" or \"entity\"");
+            line.failExpected(
+                "\"hash\", \"by hand\", \"type\", \"enum\", \"select\" or \"entity\"");
         }
     }
 
@@ -402,7 +443,13 @@ std::unique_ptr<Schema> Schema::read(const std::filesystem::path& path) {
     if (file.bad() || !file.is_open() || text.bad()) {
         throw std::runtime_error(path.string() + ": can't be read");
     }
-    return parse(text.str(), path.string());
+    auto schema = parse(text.str(), path.string());
+    // The generated files are called after the schema, and the build after the table.
+    if (path.stem() != lowerCase(schema->name)) {
+        throw std::runtime_error(path.string() + ": the table of schema " + schema->name +
+                                 " is called " + lowerCase(schema->name) + ".schema");
+    }
+    return schema;
 }
 
 }  // namespace Ovik::Generator

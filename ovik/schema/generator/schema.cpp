@@ -3,9 +3,6 @@
 
 #include <algorithm>
 
-#include "ovik/schema/ifc2x3/namehash.h"
-#include "ovik/schema/ifc4/namehash.h"
-
 namespace Ovik::Generator {
 
 std::size_t Enumeration::defaultTag() const {
@@ -38,10 +35,6 @@ bool Aggregate::canRefer() const {
 
 const std::string& Entity::identifier() const {
     return ownIdentifier.empty() && parent ? parent->identifier() : ownIdentifier;
-}
-
-unsigned Schema::hash(const std::string& text) const {
-    return name == "IFC4" ? IFC4Imp::schemaNameHash(text) : IFC2X3Imp::schemaNameHash(text);
 }
 
 }  // namespace Ovik::Generator

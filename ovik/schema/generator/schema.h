@@ -1,6 +1,7 @@
 // The schema table in memory: what the generator knows of a schema.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -8,7 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "ovik/schema/common/namehash.h"
+
 namespace Ovik::Generator {
+
+using ::Ovik::Schema::NameHash;
 
 struct Aggregate;
 struct Entity;
@@ -96,23 +101,31 @@ struct Entity {
     const std::string& identifier() const;
 };
 
+/// What the name hash of a schema is made with; nothing if the schema has no table for it.
+struct HashTable {
+    std::uint16_t filler = 0;
+    std::vector<std::uint8_t> positions;
+    std::vector<NameHash::ByteValue> values;
+};
+
 /// A whole schema. Pointers between its parts stay valid for its life.
 struct Schema {
     std::string name;
+    unsigned id = 0;
     std::string file;  ///< the name of the table
+    HashTable hashTable;
+    NameHash hash;
+    bool backRefsByHand = false;
     std::vector<std::unique_ptr<Enumeration>> enumerations;
     std::vector<std::unique_ptr<Select>> selects;
     std::vector<std::unique_ptr<Aggregate>> aggregates;
     std::vector<std::unique_ptr<Entity>> entities;
 
-    /// Reads the table in the file `path`, or the text of one that `file` names in messages. What
-    /// it doesn't understand is never passed over: throws `std::runtime_error` with the file, the
-    /// line, and what is expected there.
+    /// Reads the table in the file `path`, which is called after the schema, or the text of one
+    /// that `file` names in messages. What it doesn't understand is never passed over: throws
+    /// `std::runtime_error` with the file, the line, and what is expected there.
     static std::unique_ptr<Schema> read(const std::filesystem::path& path);
     static std::unique_ptr<Schema> parse(const std::string& text, const std::string& file);
-
-    /// The name hash of the schema.
-    unsigned hash(const std::string& name) const;
 };
 
 }  // namespace Ovik::Generator

@@ -1,12 +1,14 @@
 // Puts the classes of a schema into files.
 #include "writer.h"
 
+#include <algorithm>
 #include <sstream>
 
 #include "classtext.h"
 #include "fill.h"
 #include "names.h"
 #include "output.h"
+#include "ovik/base/ascii.h"
 
 namespace Ovik::Generator {
 
@@ -36,6 +38,7 @@ constexpr const char* kSchemaHeader = R"(
 #pragma once
 
 #include "ovik/base/export.h"
+#include "ovik/imp/schemaid.h"
 
 namespace Ovik {
 
@@ -52,6 +55,8 @@ class IfcModel;
 /// - Entities are made by `create`, belong to their model and can't be copied.
 class OVIK_API {{schema}} {
  public:
+    static constexpr EIfcSchemaId kSchemaId{{{id}}};
+
     /// An empty model of this schema, with one reference for the caller. With `makeGuids` each new
     /// rooted entity gets an identifier: a random one, or with `useTestGuid` the fixed
     /// `Base64Guid::testGuid`.
@@ -95,37 +100,107 @@ namespace Ovik {
 using Schema::typeOf;
 
 {{definitions}}
-namespace {{schema}}Imp {
-extern const int shard{{number}};
-const int shard{{number}} = 0;
-}  // namespace {{schema}}Imp
-
 }  // namespace Ovik
 )";
 
-constexpr const char* kSchemaSource = R"(
-// Making a model of the schema.
+constexpr const char* kImpHeader = R"(
+// The schema as the library sees it. Internal.
+#pragma once
+
 #include "ovik/imp/modelimp.h"
-#include "ovik/{{lower}}/schema.h"
+#include "ovik/imp/schematable.h"
+#include "ovik/schema/common/namehash.h"
 
 namespace Ovik {
 
-namespace {{schema}}Imp {
-
-// Classes register themselves. Of a static library a program gets only the objects that
-// something refers to, so all of them are referred to from here.
-{{shards}}
-extern const int* const shards[];
-const int* const shards[] = {{{addresses}}};
-
-}  // namespace {{schema}}Imp
-
-IfcModel* {{schema}}::createModel(bool makeGuids, bool useTestGuid) {
-    return {{create}}(makeGuids, useTestGuid);
+namespace IfcApi::{{facade}} {
+extern const DescTables descTables;
 }
 
+namespace {{schema}}Imp {
+
+/// The hash of its names: classes, attributes, choices and literals.
+extern const Schema::NameHash schemaNameHash;
+
+/// Its row of the table of schemas.
+extern const SchemaRow schemaRow;
+
+/// A model of it; made by `{{schema}}::createModel`.
+class IfcModelImp final : public SchemaModel {
+ public:
+    using SchemaModel::SchemaModel;
+
+    EIfcSchemaId schemaId() const override;
+{{backRefs}}
+};
+
+}  // namespace {{schema}}Imp
 }  // namespace Ovik
 )";
+
+constexpr const char* kBackRefs = R"(
+
+ protected:
+    void addBackRefs(IfcEntity& entity) const override;
+)";
+
+constexpr const char* kSchemaSource = R"(
+// The schema as a whole: its row of the table of schemas, and what the row leads to.
+#include "ovik/schema/{{lower}}/imp.h"
+
+#include "ovik/{{lower}}.h"
+
+namespace Ovik {
+
+IfcModel* {{schema}}::createModel(bool makeGuids, bool useTestGuid) {
+    return new {{schema}}Imp::IfcModelImp(makeGuids, useTestGuid);
+}
+
+namespace {{schema}}Imp {
+
+{{hash}}
+
+EIfcSchemaId IfcModelImp::schemaId() const {
+    return {{schema}}::kSchemaId;
+}
+
+static constexpr const RtClass* classes[] = {
+{{classes}}
+};
+
+constinit const SchemaRow schemaRow = {
+    {{schema}}::kSchemaId, u"{{schema}}", &{{schema}}::createModel,
+    classes, &schemaNameHash, &IfcApi::{{facade}}::descTables};
+
+}  // namespace {{schema}}Imp
+}  // namespace Ovik
+)";
+
+constexpr const char* kHash = R"(
+static constexpr std::uint8_t keyPositions[] = {{{positions}}};
+static constexpr Schema::NameHash::ByteValue byteValues[] = {
+{{values}}
+};
+constinit const Schema::NameHash schemaNameHash({{filler}}, keyPositions, byteValues);
+)";
+
+constexpr const char* kDefaultHash = R"(
+constinit const Schema::NameHash schemaNameHash;
+)";
+
+std::string defineHash(const HashTable& table) {
+    if (table.positions.empty()) return fill(kDefaultHash, {});
+    std::vector<std::string> positions;
+    for (const unsigned position : table.positions) positions.push_back(std::to_string(position));
+    const auto value = [](const NameHash::ByteValue& item) {
+        const std::string escape = item.byte == '\'' || item.byte == '\\' ? "\\" : "";
+        return fill("    {'{{byte}}', {{value}}},\n",
+                    {{"byte", escape + item.byte}, {"value", std::to_string(item.value)}});
+    };
+    return fill(kHash, {{"positions", join(positions, ", ")},
+                        {"values", each(table.values, value)},
+                        {"filler", std::to_string(table.filler)}});
+}
 
 constexpr std::size_t kMaxLine = 100;
 
@@ -161,9 +236,10 @@ class Writer {
     void run() const {
         writeSchemaHeader();
         writeUmbrella();
+        writeImpHeader();
         const NameSet engine = {"ovik/imp/outfiler.h",
                                 "ovik/imp/validation.h",
-                                "ovik/schema/" + lower_ + "/namehash.h",
+                                "ovik/schema/" + lower_ + "/imp.h",
                                 "ovik/schema/common/aggregateengine.h",
                                 "ovik/schema/common/engine.h",
                                 "ovik/schema/common/tables.h"};
@@ -186,6 +262,7 @@ class Writer {
         const auto forward = [](const auto& item) { return "    class " + item->name + ";\n"; };
         output_.write("ovik/" + lower_ + "/schema.h",
                       fill(kSchemaHeader, {{"schema", schema_.name},
+                                           {"id", std::to_string(schema_.id)},
                                            {"enumerations", each(schema_.enumerations, forward)},
                                            {"selects", each(schema_.selects, forward)},
                                            {"aggregates", each(schema_.aggregates, forward)},
@@ -202,6 +279,14 @@ class Writer {
         add(schema_.aggregates);
         add(schema_.entities);
         output_.write("ovik/" + lower_ + ".h", fill(kUmbrella, {{"includes", includes(headers)}}));
+    }
+
+    void writeImpHeader() const {
+        output_.write(
+            "ovik/schema/" + lower_ + "/imp.h",
+            fill(kImpHeader, {{"schema", schema_.name},
+                              {"facade", capitalized(schema_.name)},
+                              {"backRefs", when(schema_.backRefsByHand, fill(kBackRefs, {}))}}));
     }
 
     // Writes the headers of these classes, and adds an equal part of them to each shard.
@@ -228,28 +313,27 @@ class Writer {
 
     void writeShard(unsigned number, const Shard& shard) const {
         output_.write(lower_ + "_" + std::to_string(number) + ".cpp",
-                      fill(kShard, {{"schema", schema_.name},
-                                    {"lower", lower_},
-                                    {"number", std::to_string(number)},
-                                    {"includes", includes(shard.headers)},
+                      fill(kShard, {{"includes", includes(shard.headers)},
                                     {"definitions", shard.definitions}}));
     }
 
     void writeSchemaSource() const {
-        std::string declarations;
-        std::vector<std::string> addresses;
-        for (unsigned i = 0; i < shards_; ++i) {
-            const std::string name = "shard" + std::to_string(i);
-            declarations += "extern const int " + name + ";\n";
-            addresses.push_back("&" + name);
+        std::vector<std::string> concrete;
+        for (const auto& entity : schema_.entities) {
+            if (!entity->isAbstract) concrete.push_back(entity->name);
         }
+        std::ranges::sort(concrete, [](const std::string& a, const std::string& b) {
+            return compareNoCase(a.c_str(), b.c_str()) < 0;
+        });
+        const auto cls = [&](const std::string& name) {
+            return "    " + schema_.name + "::" + name + "::desc(),\n";
+        };
         output_.write(lower_ + "_schema.cpp",
                       fill(kSchemaSource, {{"schema", schema_.name},
                                            {"lower", lower_},
-                                           {"shards", declarations},
-                                           {"addresses", join(addresses, ", ")},
-                                           {"create", "create" + schema_.name.substr(0, 1) +
-                                                          lower_.substr(1) + "Model"}}));
+                                           {"facade", capitalized(schema_.name)},
+                                           {"hash", defineHash(schema_.hashTable)},
+                                           {"classes", each(concrete, cls)}}));
     }
 
     const Schema& schema_;

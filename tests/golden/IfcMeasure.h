@@ -8,44 +8,46 @@
 
 namespace Ovik {
 
-/// The select Measure.
-class OVIK_API TOY::Measure : public Schema::Select {
+/// The select IfcMeasure.
+class OVIK_API TOY::IfcMeasure : public Schema::Select {
  public:
     enum CTag : int {
-        eLength,
-        eCount,
-        eAlias,
+        eIfcLength,
+        eIfcCount,
+        eIfcAlias,
     };
 
-    Measure(CTag tag = eLength) : Select(tag) {}
+    IfcMeasure(CTag tag = eIfcLength) : Select(tag) {}
     operator CTag() const { return choice(); }
     CTag choice() const { return static_cast<CTag>(tag_); }
     bool operator==(CTag tag) const { return tag_ == tag; }
+    // The tags alone would be compared.
+    bool operator==(const IfcMeasure&) const = delete;
     /// The type name of the choice; null for a tag outside the select.
     const char* choiceAsString() const;
 
-    bool isLength() const { return tag_ == eLength; }
-    double getLength() { return length_; }
-    double getLength() const { return length_; }
-    void setLength(double value) {
-        length_ = value;
-        tag_ = eLength;
+    bool isIfcLength() const { return tag_ == eIfcLength; }
+    double getIfcLength() { return ifcLength_; }
+    double getIfcLength() const { return ifcLength_; }
+    void setIfcLength(double value) {
+        ifcLength_ = value;
+        tag_ = eIfcLength;
     }
 
-    bool isCount() const { return tag_ == eCount; }
-    int getCount() { return count_; }
-    int getCount() const { return count_; }
-    void setCount(int value) {
-        count_ = value;
-        tag_ = eCount;
+    bool isIfcCount() const { return tag_ == eIfcCount; }
+    int getIfcCount() { return ifcCount_; }
+    int getIfcCount() const { return ifcCount_; }
+    void setIfcCount(int value) {
+        ifcCount_ = value;
+        tag_ = eIfcCount;
     }
 
-    bool isAlias() const { return tag_ == eAlias; }
-    XString& getAlias() { return alias_; }
-    const XString& getAlias() const { return alias_; }
-    void setAlias(const XString& value) {
-        alias_ = value;
-        tag_ = eAlias;
+    bool isIfcAlias() const { return tag_ == eIfcAlias; }
+    XString& getIfcAlias() { return ifcAlias_; }
+    const XString& getIfcAlias() const { return ifcAlias_; }
+    void setIfcAlias(const XString& value) {
+        ifcAlias_ = value;
+        tag_ = eIfcAlias;
     }
 
     /// The value of the choice.
@@ -62,9 +64,9 @@ class OVIK_API TOY::Measure : public Schema::Select {
  private:
     static const Schema::Choice s_choices[3];
 
-    double length_ = 0;
-    int count_ = 0;
-    XString alias_;
+    double ifcLength_ = 0;
+    int ifcCount_ = 0;
+    XString ifcAlias_;
 };
 
 }  // namespace Ovik

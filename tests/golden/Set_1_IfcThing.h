@@ -6,16 +6,16 @@
 
 namespace Ovik {
 
-/// A `set 1 ? of Thing`.
-class OVIK_API TOY::Set_1_Thing : public Schema::EntityAggregate<1> {
+/// A `set 1 ? of IfcThing`.
+class OVIK_API TOY::Set_1_IfcThing : public Schema::EntityAggregate<1> {
  public:
     using Schema::EntityAggregate<1>::add;
     /// Appends a reference to `entity`, a null one for null.
-    void add(Thing* entity);
+    void add(IfcThing* entity);
     /// The entity of an element; null if it leads nowhere or to another class. The index is not
     /// checked.
-    Thing* operator[](unsigned index);
-    const Thing* operator[](unsigned index) const;
+    IfcThing* operator[](unsigned index);
+    const IfcThing* operator[](unsigned index) const;
 
     bool read(IfcInFiler& in) { return s_type.read(this, s_type, in); }
     void write(IfcOutFiler& out) const { s_type.write(this, s_type, out); }

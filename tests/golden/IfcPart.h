@@ -3,31 +3,31 @@
 
 #include "ovik/schema/common/entity.h"
 #include "ovik/toy/Finish.h"
+#include "ovik/toy/IfcMeasure.h"
+#include "ovik/toy/IfcThing.h"
 #include "ovik/toy/List_0_Label.h"
-#include "ovik/toy/Measure.h"
-#include "ovik/toy/Thing.h"
 #include "ovik/toy/schema.h"
 
 namespace Ovik {
 
-/// Part, a kind of Thing.
-class OVIK_API TOY::Part : public TOY::Thing {
+/// IfcPart, a kind of IfcThing.
+class OVIK_API TOY::IfcPart : public TOY::IfcThing {
  public:
     /// A new entity of this class in `model`, which owns it.
-    static Part* create(IfcModel& model);
+    static IfcPart* create(IfcModel& model);
     static constexpr RtClass* desc() { return &s_type; }
     /// `entity` as one of this class, or null if it is none.
-    static Part* cast(IfcEntity* entity) { return Schema::cast<Part>(entity); }
-    static const Part* cast(const IfcEntity* entity) { return Schema::cast<Part>(entity); }
-    ~Part() override = default;
+    static IfcPart* cast(IfcEntity* entity) { return Schema::cast<IfcPart>(entity); }
+    static const IfcPart* cast(const IfcEntity* entity) { return Schema::cast<IfcPart>(entity); }
+    ~IfcPart() override = default;
 
-    // Owner : optional Group
+    // Owner : optional IfcGroup
     bool hasOwner() const { return owner_() != nullptr; }
-    Group* getOwner();
-    const Group* getOwner() const;
-    void setOwner(Group* value);
+    IfcGroup* getOwner();
+    const IfcGroup* getOwner() const;
+    void setOwner(IfcGroup* value);
 
-    // Weight : Length
+    // Weight : IfcLength
     double getWeight() { return weight_; }
     double getWeight() const { return weight_; }
     void setWeight(double value) { weight_ = value; }
@@ -50,10 +50,10 @@ class OVIK_API TOY::Part : public TOY::Thing {
         hasMarks_ = true;
     }
 
-    // Size : Measure
-    Measure& getSize() { return size_; }
-    const Measure& getSize() const { return size_; }
-    void setSize(const Measure& value) { size_ = value; }
+    // Size : IfcMeasure
+    IfcMeasure& getSize() { return size_; }
+    const IfcMeasure& getSize() const { return size_; }
+    void setSize(const IfcMeasure& value) { size_ = value; }
 
     const RtClass* isA() const override;
     bool read(IfcInFiler& in) override;
@@ -61,19 +61,20 @@ class OVIK_API TOY::Part : public TOY::Thing {
     Result setAttribute(const char* name, const IfcVariant& value) override;
 
  protected:
-    Part() = default;
+    IfcPart() = default;
     int validate(ValidationContext& context) override;
     void writeFields(IfcOutFiler& out) const override;
     static const Schema::Attribute s_attributes[5];
 
  private:
     static RtClass s_type;
+    static const Schema::AttributeTable s_table;
 
     EntityId owner_;
     double weight_ = 0;
     Finish finish_;
     List_0_Label marks_;
-    Measure size_;
+    IfcMeasure size_;
     bool hasFinish_ = false;
     bool hasMarks_ = false;
 };
