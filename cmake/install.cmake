@@ -37,7 +37,7 @@ foreach(header IN LISTS ovik_public_headers)
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ovik/${folder})
 endforeach()
 install(DIRECTORY ${PROJECT_BINARY_DIR}/generated/ovik DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILES_MATCHING PATTERN "*.h")
+  FILES_MATCHING PATTERN "*.h" REGEX "/ovik/schema/" EXCLUDE)
 
 install(EXPORT OvikTargets NAMESPACE Ovik:: DESTINATION ${ovik_package_dir})
 configure_package_config_file(cmake/OvikConfig.cmake.in ${PROJECT_BINARY_DIR}/OvikConfig.cmake

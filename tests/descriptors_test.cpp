@@ -104,7 +104,7 @@ TEST_P(Descriptors, AreFoundByTheSpellingTheyAreFiledUnder) {
     EXPECT_EQ(findDesc_(&unknown), nullptr);
     EXPECT_EQ(findDesc_(&wall), nullptr);  // the descriptor is of another class
     EntityDesc& desc = GetParam().id == eIFC4 ? Ifc4::IfcWall : Ifc2x3::IfcWall;
-    const EntityDesc own = std::exchange(desc, Access::make<EntityDesc>(&wall));
+    const EntityDesc own = std::exchange(desc, Access::describe<EntityDesc>(&wall));
     EXPECT_EQ(findDesc_(&wall), &desc);
     desc = own;
     EXPECT_EQ(findDesc_(&wall), nullptr);

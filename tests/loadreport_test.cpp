@@ -48,7 +48,7 @@ TEST_F(LoadReport, TellsWhyThereIsNoModel) {
     } cases[] = {
         {fileOf(""), NoModel::None, 0, 0, "IFC4"},
         {"", NoModel::BrokenHeader, 1, 1, ""},
-        {"no such file", NoModel::BrokenHeader, 1, 13, ""},
+        {"ISO-10303-21;\n  17;", NoModel::BrokenHeader, 2, 3, ""},
         {cut, NoModel::BrokenHeader, 6, 1, ""},
         {other, NoModel::UnknownSchema, 0, 0, "Ifc9\xC3\xA4"},
     };

@@ -157,8 +157,8 @@ TEST_F(OutFiler, WritesAMillionBitPatternsLikeTheCFormatAndSavesTheSame) {
         const char* const end = std::from_chars(at, saved.data() + saved.size(), back).ptr;
         const std::string_view text(at, end);
         char shortest[32];
-        const char* const stop = std::to_chars(shortest, std::end(shortest), value,
-                                               std::chars_format::scientific).ptr;
+        const char* const stop =
+            std::to_chars(shortest, std::end(shortest), value, std::chars_format::scientific).ptr;
         ASSERT_EQ(std::bit_cast<std::uint64_t>(back), std::bit_cast<std::uint64_t>(value)) << text;
         ASSERT_EQ(numDigits(text), numDigits({shortest, stop})) << text;
         ASSERT_NE(text.find('.'), text.npos) << text;

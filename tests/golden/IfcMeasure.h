@@ -3,13 +3,14 @@
 
 #include "ovik/imp/entityid.h"
 #include "ovik/imp/xstring.h"
-#include "ovik/schema/common/select.h"
+#include "ovik/schema/common/wideselect.h"
 #include "ovik/toy/schema.h"
 
 namespace Ovik {
 
 /// The select IfcMeasure.
-class OVIK_API TOY::IfcMeasure : public Schema::Select {
+class OVIK_API TOY::IfcMeasure
+    : public Schema::WideSelectOf<TOY::IfcMeasure, Schema::largestOf<XString, double, int>> {
  public:
     enum CTag : int {
         eIfcLength,
@@ -17,36 +18,34 @@ class OVIK_API TOY::IfcMeasure : public Schema::Select {
         eIfcAlias,
     };
 
-    IfcMeasure(CTag tag = eIfcLength) : Select(tag) {}
+    IfcMeasure(CTag tag = eIfcLength) : WideSelectOf(tag) {}
     operator CTag() const { return choice(); }
     CTag choice() const { return static_cast<CTag>(tag_); }
     bool operator==(CTag tag) const { return tag_ == tag; }
-    // The tags alone would be compared.
-    bool operator==(const IfcMeasure&) const = delete;
     /// The type name of the choice; null for a tag outside the select.
     const char* choiceAsString() const;
 
     bool isIfcLength() const { return tag_ == eIfcLength; }
-    double getIfcLength() { return ifcLength_; }
-    double getIfcLength() const { return ifcLength_; }
+    double getIfcLength() { return field<double>(eIfcLength); }
+    double getIfcLength() const { return field<double>(eIfcLength); }
     void setIfcLength(double value) {
-        ifcLength_ = value;
+        touched<double>(eIfcLength) = value;
         tag_ = eIfcLength;
     }
 
     bool isIfcCount() const { return tag_ == eIfcCount; }
-    int getIfcCount() { return ifcCount_; }
-    int getIfcCount() const { return ifcCount_; }
+    int getIfcCount() { return field<int>(eIfcCount); }
+    int getIfcCount() const { return field<int>(eIfcCount); }
     void setIfcCount(int value) {
-        ifcCount_ = value;
+        touched<int>(eIfcCount) = value;
         tag_ = eIfcCount;
     }
 
     bool isIfcAlias() const { return tag_ == eIfcAlias; }
-    XString& getIfcAlias() { return ifcAlias_; }
-    const XString& getIfcAlias() const { return ifcAlias_; }
+    XString& getIfcAlias() { return touched<XString>(eIfcAlias); }
+    const XString& getIfcAlias() const { return field<XString>(eIfcAlias); }
     void setIfcAlias(const XString& value) {
-        ifcAlias_ = value;
+        touched<XString>(eIfcAlias) = value;
         tag_ = eIfcAlias;
     }
 
@@ -63,10 +62,6 @@ class OVIK_API TOY::IfcMeasure : public Schema::Select {
 
  private:
     static const Schema::Choice s_choices[3];
-
-    double ifcLength_ = 0;
-    int ifcCount_ = 0;
-    XString ifcAlias_;
 };
 
 }  // namespace Ovik

@@ -6,6 +6,7 @@
 #include "ovik/imp/validation.h"
 #include "ovik/schema/common/aggregateengine.h"
 #include "ovik/schema/common/engine.h"
+#include "ovik/schema/common/tables.h"
 #include "ovik/schema/toy/imp.h"
 #include "ovik/toy/Finish.h"
 #include "ovik/toy/IfcBox.h"
@@ -17,12 +18,12 @@
 #include "ovik/toy/Set_1_2_Side.h"
 
 // The tables hold offsets of fields. The classes have single inheritance without virtual
-// bases, where offsetof is sound.
+// bases, where offsetof is sound, and begin with their base, which is asserted.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 namespace Ovik {
 
-using Schema::Kind;
+using Schema::typeOf;
 
 static constexpr Schema::Literal literalsOfFinish[] = {
     {"MATT", 2384383275},
@@ -31,20 +32,20 @@ static constexpr Schema::Literal literalsOfFinish[] = {
 };
 constinit const Schema::EnumType TOY::Finish::s_type = {
     "Finish", &TOYImp::schemaNameHash,
-    literalsOfFinish, 2, true};
+    literalsOfFinish};
 
-constinit const Schema::Choice TOY::IfcMeasure::s_choices[] = {
-    {"IfcLength", "IFCLENGTH", 104236047, Kind::Real,
-     offsetof(IfcMeasure, ifcLength_)},
-    {"IfcCount", "IFCCOUNT", 2081272838, Kind::Integer,
-     offsetof(IfcMeasure, ifcCount_)},
-    {"IfcAlias", "IFCALIAS", 1773049241, Kind::String,
-     offsetof(IfcMeasure, ifcAlias_)},
+static_assert(Schema::Internals::selectBeginsWith<TOY::IfcMeasure, Schema::Select>);
+constexpr Schema::Choice TOY::IfcMeasure::s_choices[] = {
+    {"IfcLength", "IFCLENGTH", 104236047, typeOf<double>(),
+     0, &Schema::fieldOps<double>},
+    {"IfcCount", "IFCCOUNT", 2081272838, typeOf<int>(),
+     0, &Schema::fieldOps<int>},
+    {"IfcAlias", "IFCALIAS", 1773049241, typeOf<XString>(),
+     0, &Schema::fieldOps<XString>},
 };
 constinit const Schema::SelectType TOY::IfcMeasure::s_type = {
-    "IfcMeasure", "IFCMEASURE", &TOYImp::schemaNameHash, s_choices, 0,
-    false, false, true, false, false,
-    &Schema::boxSelect<IfcMeasure>, &Schema::unboxSelect<IfcMeasure>};
+    "IfcMeasure", &TOYImp::schemaNameHash, s_choices,
+    &Schema::boxSelect<IfcMeasure>, &Schema::unboxSelect<IfcMeasure>, kRoom};
 
 const char* TOY::IfcMeasure::choiceAsString() const {
     const Schema::Choice* current = Schema::currentChoice(*this, s_type);
@@ -52,10 +53,10 @@ const char* TOY::IfcMeasure::choiceAsString() const {
 }
 
 constinit const Schema::AggregateType TOY::List_0_Label::s_type =
-    Schema::aggregateType<List_0_Label, 0, 0>(Kind::String);
+    Schema::aggregateType<List_0_Label, 0, 0>();
 
 constinit const Schema::AggregateType TOY::List_1_List_2_3_Factor::s_type =
-    Schema::aggregateType<List_1_List_2_3_Factor, 1, 0>(&TOY::List_2_3_Factor::s_type);
+    Schema::aggregateType<List_1_List_2_3_Factor, 1, 0>();
 
 // IfcBox
 constinit const Schema::AttributeTable TOY::IfcBox::s_table = {
@@ -74,8 +75,9 @@ TOY::IfcBox* TOY::IfcBox::create(IfcModel& model) {
     return entity;
 }
 
+static_assert(Schema::Internals::entityBeginsWith<TOY::IfcBox, IfcEntity>);
 constinit const Schema::Attribute TOY::IfcBox::s_attributes[] = {
-    {"Sides", 332463479, &TOY::Set_1_2_Side::s_type,
+    {"Sides", 332463479, typeOf<decltype(sides_)>(),
      offsetof(IfcBox, sides_), 0, false},
 };
 

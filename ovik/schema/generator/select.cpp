@@ -49,9 +49,7 @@ class OVIK_API {{schema}}::{{class}} : public {{base}} {
 
  private:
     static const Schema::Choice s_choices[{{count}}];
-
 {{fields}}
-{{handle}}
 };
 )";
 
@@ -114,6 +112,10 @@ std::string baseOf(const Schema& schema, const Select& select) {
 }
 
 std::string declaration(const Schema& schema, const Select& select) {
+    std::string fields = each(select.choices, [&](const Choice& c) {
+        return when(!select.isWide() && !c.type.entity, declareField(memberOf(select, c)));
+    });
+    if (select.hasEntities()) fields += "    EntityId handle_;\n";
     return fill(
         kDeclaration,
         {{"class", select.name},
@@ -131,12 +133,7 @@ std::string declaration(const Schema& schema, const Select& select) {
                           })},
          {"validate", when(select.numEntityChoices() > 0, fill(kValidate, {}))},
          {"count", std::to_string(select.choices.size())},
-         {"fields", each(select.choices,
-                         [&](const Choice& c) {
-                             return when(!select.isWide() && !c.type.entity,
-                                         declareField(memberOf(select, c)));
-                         })},
-         {"handle", when(select.hasEntities(), "    EntityId handle_;\n")}});
+         {"fields", when(!fields.empty(), "\n" + fields)}});
 }
 
 std::string definition(const Schema& schema, const Select& select) {
