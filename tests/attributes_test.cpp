@@ -104,6 +104,7 @@ TEST_F(Attributes, TakeExactlyTheirOwnKindOfVariant) {
     for (const auto& c : cases) {
         IfcVariant before, after;
         EXPECT_EQ(c.entity->getAttribute(c.name, before), c.whenNew) << c.name;
+        EXPECT_EQ(c.entity->isGiven(c.name), c.whenNew == ResultOk) << c.name;
         const IfcVariant* fitting = nullptr;
         for (const IfcVariant& sample : samples) {
             if (sample.getValueType() == c.type) {
@@ -116,6 +117,7 @@ TEST_F(Attributes, TakeExactlyTheirOwnKindOfVariant) {
         EXPECT_EQ(c.entity->getAttribute(c.name, after), c.whenNew) << c.name;
         EXPECT_EQ(c.entity->setAttribute(c.name, *fitting), ResultOk) << c.name;
         EXPECT_EQ(typeOf(*c.entity, c.name), c.type) << c.name;
+        EXPECT_TRUE(c.entity->isGiven(c.name)) << c.name;
     }
     EXPECT_EQ(recordsOf(*model_),
               "#1= IFCPROPERTYSET('_dummy_GUID_dummy_GIUD',$,'text',$,(#2));\n"

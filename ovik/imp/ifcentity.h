@@ -1,6 +1,8 @@
 // The base of all schema entities, and the array that holds an entity's back references.
 #pragma once
 
+#include <cstdint>
+
 #include "ovik/base/export.h"
 #include "ovik/imp/entityid.h"
 #include "ovik/imp/result.h"
@@ -92,6 +94,11 @@ class OVIK_API IfcEntity {
     /// unchanged.
     virtual Result setAttribute(const char* name, const IfcVariant& value);
 
+    /// True if the attribute `name` has a value: a mandatory one always, unless an exact load found
+    /// none in the file and none has been set since, when it has the value of a new entity; an
+    /// optional one as its `hasX` says. False if there is no such attribute.
+    bool isGiven(const char* name) const;
+
     /// The instance number that the entity had in its file; 0 if it was made by `create`.
     int ifcId() const { return ifcId_; }
     /// The handle of this entity; null until it has a slot.
@@ -119,6 +126,12 @@ class OVIK_API IfcEntity {
     /// The slots of a model go before its entities: a destructor must not follow a handle.
     virtual ~IfcEntity();
 
+    // The mark of the attribute at `position` of a record: set if an optional one has a value, or
+    // if a mandatory one is not given. That an optional reference has one it tells itself.
+    bool isMarked(unsigned position) const { return marks_ >> position & 1; }
+    void mark(unsigned position) { marks_ |= 1u << position; }
+    void unmark(unsigned position) { marks_ &= ~(1u << position); }
+
     void setIfcId(int id) { ifcId_ = id; }
     void setId(const EntityId& id) { id_ = id; }
 
@@ -142,6 +155,7 @@ class OVIK_API IfcEntity {
     int userData_ = 0;
     EntityId id_;
     IfcEntityPtrArray backRefs_;
+    std::uint32_t marks_ = 0;
 };
 
 }  // namespace Ovik

@@ -18,7 +18,7 @@ struct LossPlace {
 
     /// The attribute as in the schema; null for the whole record.
     const char* attribute = nullptr;
-    /// Orders the attributes of an entity, as the offset of the field does.
+    /// Of the attribute in a record, from 0; orders the losses of an entity.
     std::uint32_t position = 0;
     /// For an element its place in its list, from 1, the outermost list first; the others are 0.
     std::array<std::uint32_t, kMaxDepth> element{};

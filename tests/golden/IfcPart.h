@@ -30,30 +30,36 @@ class OVIK_API TOY::IfcPart : public TOY::IfcThing {
     // Weight : IfcLength
     double getWeight() { return weight_; }
     double getWeight() const { return weight_; }
-    void setWeight(double value) { weight_ = value; }
+    void setWeight(double value) {
+        weight_ = value;
+        unmark(3);
+    }
 
     // Finish : optional Finish
-    bool hasFinish() const { return hasFinish_; }
+    bool hasFinish() const { return isMarked(4); }
     Finish& getFinish() { return finish_; }
     const Finish& getFinish() const { return finish_; }
     void setFinish(const Finish& value) {
         finish_ = value;
-        hasFinish_ = true;
+        mark(4);
     }
 
     // Marks : optional list 0 ? of Label
-    bool hasMarks() const { return hasMarks_; }
+    bool hasMarks() const { return isMarked(5); }
     List_0_Label& getMarks() { return marks_; }
     const List_0_Label& getMarks() const { return marks_; }
     void setMarks(const List_0_Label& value) {
         marks_ = value;
-        hasMarks_ = true;
+        mark(5);
     }
 
     // Size : IfcMeasure
     IfcMeasure& getSize() { return size_; }
     const IfcMeasure& getSize() const { return size_; }
-    void setSize(const IfcMeasure& value) { size_ = value; }
+    void setSize(const IfcMeasure& value) {
+        size_ = value;
+        unmark(6);
+    }
 
     const RtClass* isA() const override;
     bool read(IfcInFiler& in) override;
@@ -75,8 +81,6 @@ class OVIK_API TOY::IfcPart : public TOY::IfcThing {
     Finish finish_;
     List_0_Label marks_;
     IfcMeasure size_;
-    bool hasFinish_ = false;
-    bool hasMarks_ = false;
 };
 
 }  // namespace Ovik

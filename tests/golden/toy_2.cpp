@@ -78,7 +78,7 @@ TOY::IfcBox* TOY::IfcBox::create(IfcModel& model) {
 static_assert(Schema::Internals::entityBeginsWith<TOY::IfcBox, IfcEntity>);
 constinit const Schema::Attribute TOY::IfcBox::s_attributes[] = {
     {"Sides", 332463479, typeOf<decltype(sides_)>(),
-     offsetof(IfcBox, sides_), 0, false},
+     offsetof(IfcBox, sides_), 7, false},
 };
 
 bool TOY::IfcBox::read(IfcInFiler& in) {

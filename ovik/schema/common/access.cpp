@@ -4,6 +4,7 @@
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/variant.h"
 #include "ovik/schema/common/engine.h"
+#include "ovik/schema/common/presence.h"
 #include "ovik/schema/common/visit.h"
 
 namespace Ovik::Schema {
@@ -81,13 +82,8 @@ Result getAttribute(const IfcEntity& entity, Attributes attributes, const NameHa
                     const char* name, IfcVariant& value) {
     const Attribute* attribute = findByName(attributes, hash, name);
     if (!attribute) return ResultNotFound;
-    const void* field = fieldAt(&entity, attribute->offset);
-    if (attribute->flagOffset) {
-        if (!valueAt<bool>(fieldAt(&entity, attribute->flagOffset))) return ResultUnset;
-    } else if (attribute->optional && !valueAt<EntityId>(field)()) {
-        return ResultUnset;
-    }
-    getValue(attribute->type, field, value);
+    if (attribute->optional && !isGiven(entity, *attribute)) return ResultUnset;
+    getValue(attribute->type, fieldAt(&entity, attribute->offset), value);
     return ResultOk;
 }
 
@@ -96,9 +92,7 @@ Result setAttribute(IfcEntity& entity, Attributes attributes, const NameHash& ha
     const Attribute* attribute = findByName(attributes, hash, name);
     if (!attribute) return ResultNotFound;
     const Result result = setValue(attribute->type, fieldAt(&entity, attribute->offset), value);
-    if (result == ResultOk && attribute->flagOffset) {
-        valueAt<bool>(fieldAt(&entity, attribute->flagOffset)) = true;
-    }
+    if (result == ResultOk) setGiven(entity, *attribute, true);
     return result;
 }
 
@@ -132,3 +126,14 @@ Result setSelect(Select& value, const SelectType& type, const char* name, const 
 }
 
 }  // namespace Ovik::Schema
+
+// Defined here, where the tables are known.
+bool Ovik::IfcEntity::isGiven(const char* name) const {
+    for (const RtClass* type = isA(); type; type = type->parent()) {
+        const Schema::AttributeTable* const table = type->attributes();
+        if (!table) continue;
+        const auto* const attribute = Schema::findByName(table->attributes, *table->hash, name);
+        if (attribute) return Schema::isGiven(*this, *attribute);
+    }
+    return false;
+}

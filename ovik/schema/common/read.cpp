@@ -6,6 +6,7 @@
 #include "ovik/imp/infiler.h"
 #include "ovik/imp/losscause.h"
 #include "ovik/schema/common/engine.h"
+#include "ovik/schema/common/presence.h"
 #include "ovik/schema/common/visit.h"
 
 namespace Ovik::Schema {
@@ -28,18 +29,18 @@ bool readEnumOrDefault(Enumeration& value, const EnumType& type, IfcInFiler& in)
     return readEnum(value, type, in);
 }
 
-bool readAttribute(const Attribute& attribute, void* entity, IfcInFiler& in) {
+bool readAttribute(const Attribute& attribute, IfcEntity& entity, IfcInFiler& in) {
     if (attribute.optional) {
         bool isNull = false;
         if (!in.isNullItem(isNull)) return false;
         if (isNull) return true;
     }
-    void* field = fieldAt(entity, attribute.offset);
+    void* field = fieldAt(&entity, attribute.offset);
     const bool done =
         attribute.type.is(Kind::Enumeration)
             ? readEnumOrDefault(valueAt<Enumeration>(field), *attribute.type.enumeration, in)
             : readValue(attribute.type, field, in);
-    if (done && attribute.flagOffset) valueAt<bool>(fieldAt(entity, attribute.flagOffset)) = true;
+    if (done && attribute.optional) setGiven(entity, attribute, true);
     return done;
 }
 
@@ -99,8 +100,8 @@ bool readAttributes(IfcEntity& entity, Attributes attributes, IfcInFiler& in, De
     for (const Attribute& attribute : attributes) {
         const bool isDerived = derived & 1;
         derived >>= 1;
-        in.setAttribute(attribute.name, attribute.offset);
-        if (isDerived ? !in.skipDerived() : !readAttribute(attribute, &entity, in)) return false;
+        in.setAttribute(attribute.name, attribute.position);
+        if (isDerived ? !in.skipDerived() : !readAttribute(attribute, entity, in)) return false;
     }
     return true;
 }

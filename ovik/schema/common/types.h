@@ -169,9 +169,11 @@ struct Attribute {
     const char* name;
     std::uint32_t hash;
     ValueType type;
-    std::uint32_t offset;      ///< of the field in the entity
-    std::uint32_t flagOffset;  ///< of the presence flag; 0 if it has none
+    std::uint32_t offset;   ///< of the field in the entity
+    std::uint8_t position;  ///< in a record, from 0, and of its bit among the entity's marks
     bool optional;
+
+    constexpr std::uint32_t mark() const { return 1u << position; }
 };
 
 /// The attributes that an entity class itself declares, in the order of a record. Its descriptor
@@ -205,6 +207,12 @@ struct Internals {
     }
     static const void* find(const auto& wide, int choice) {
         return wide.find(choice);
+    }
+
+    /// The presence of an entity's attributes, see `IfcEntity`.
+    template <class Entity>
+    static auto& marks(Entity& entity) {
+        return entity.marks_;
     }
 
     // The storage of an aggregate behind its public operations.

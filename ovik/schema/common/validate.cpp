@@ -5,47 +5,33 @@
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/losscause.h"
 #include "ovik/schema/common/engine.h"
+#include "ovik/schema/common/presence.h"
 #include "ovik/schema/common/visit.h"
 
 namespace Ovik::Schema {
 namespace {
 
-int report(int code, const char* attributeName, ValidationContext& context) {
-    context.reportMember(code, widen(attributeName).c_str());
-    return code;
-}
-
-// An optional reference that leads nowhere is left as it is; a wrong one is cleared. A mandatory
-// one fails its owner.
-int validateReferenceAttribute(const Attribute& attribute, EntityId& handle,
-                               ValidationContext& context) {
-    if (attribute.optional && !handle()) {
-        if (!handle.isNull()) context.lost(LossCause::kToNothing);
+// An optional attribute that has no value is left as it is; a wrong one is dropped. A mandatory one
+// fails its owner.
+int validateAttribute(const Attribute& attribute, IfcEntity& entity, ValidationContext& context) {
+    void* field = fieldAt(&entity, attribute.offset);
+    if (attribute.optional && !isGiven(entity, attribute)) {
+        if (attribute.type.is(Kind::Entity) && !valueAt<EntityId>(field).isNull()) {
+            context.lost(LossCause::kToNothing);
+        }
         return kValid;
     }
-    const int code = validateReference(handle, attribute.type.entity, context);
-    if (code == kValid) return kValid;
-    report(code, attribute.name, context);
-    if (!attribute.optional) return code;
-    context.lost(LossCause::kToNothing);
-    handle.setNull();
-    return kValid;
-}
-
-int validateAttribute(const Attribute& attribute, void* entity, ValidationContext& context) {
-    void* field = fieldAt(entity, attribute.offset);
-    if (attribute.type.is(Kind::Entity)) {
-        return validateReferenceAttribute(attribute, valueAt<EntityId>(field), context);
-    }
-    bool* flag =
-        attribute.flagOffset ? &valueAt<bool>(fieldAt(entity, attribute.flagOffset)) : nullptr;
-    if (flag && !*flag) return kValid;
     const int code = validateValue(attribute.type, field, context);
     if (code == kValid) return kValid;
-    report(code, attribute.name, context);
-    if (!flag) return code;
-    context.lost(LossCause::kTooFew);
-    *flag = false;
+    context.reportMember(code, widen(attribute.name).c_str());
+    if (!attribute.optional) return code;
+    if (attribute.type.is(Kind::Entity)) {
+        context.lost(LossCause::kToNothing);
+        valueAt<EntityId>(field).setNull();
+    } else {
+        context.lost(LossCause::kTooFew);
+        setGiven(entity, attribute, false);
+    }
     return kValid;
 }
 
@@ -76,8 +62,8 @@ int validateAttributes(IfcEntity& entity, Attributes attributes, ValidationConte
         const bool isDerived = derived & 1;
         derived >>= 1;
         if (isDerived || !attribute.type.canRefer) continue;
-        context.setAttribute(attribute.name, attribute.offset);
-        const int code = validateAttribute(attribute, &entity, context);
+        context.setAttribute(attribute.name, attribute.position);
+        const int code = validateAttribute(attribute, entity, context);
         if (code != kValid) return code;
     }
     return kValid;

@@ -2,6 +2,7 @@
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/outfiler.h"
 #include "ovik/schema/common/engine.h"
+#include "ovik/schema/common/presence.h"
 #include "ovik/schema/common/visit.h"
 
 namespace Ovik::Schema {
@@ -41,7 +42,7 @@ void writeAttributes(const IfcEntity& entity, Attributes attributes, IfcOutFiler
         derived >>= 1;
         if (isDerived) {
             out.writeDerived();
-        } else if (attribute.flagOffset && !valueAt<bool>(fieldAt(&entity, attribute.flagOffset))) {
+        } else if (!isGiven(entity, attribute) && (attribute.optional || out.exact())) {
             out.writeNull();
         } else {
             writeValue(attribute.type, fieldAt(&entity, attribute.offset), out);

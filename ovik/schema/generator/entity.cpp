@@ -76,15 +76,18 @@ constexpr const char* kNameAccess = R"(
 )";
 
 Member memberOf(const Attribute& attribute) {
-    return {attribute.name, attribute.type, fieldName(attribute.name),
-            when(attribute.hasFlag(), flagName(attribute.name) + " = true;")};
+    const std::string position = std::to_string(attribute.position);
+    const std::string afterSet = !attribute.optional     ? "unmark(" + position + ");"
+                                 : attribute.type.entity ? ""
+                                                         : "mark(" + position + ");";
+    return {attribute.name, attribute.type, fieldName(attribute.name), afterSet};
 }
 
 std::string declareHas(const Attribute& attribute) {
-    return fill(kHas,
-                {{"name", attribute.name},
-                 {"present", attribute.hasFlag() ? flagName(attribute.name)
-                                                 : fieldName(attribute.name) + "() != nullptr"}});
+    return fill(kHas, {{"name", attribute.name},
+                       {"present", attribute.type.entity
+                                       ? fieldName(attribute.name) + "() != nullptr"
+                                       : "isMarked(" + std::to_string(attribute.position) + ")"}});
 }
 
 std::string declareAttribute(const Attribute& attribute) {
@@ -104,10 +107,7 @@ std::string declareProtectedOperations(const Entity& entity) {
 
 std::string declareFields(const Entity& entity) {
     return when(!entity.attributes.empty(), "\n") +
-           each(entity.attributes, [](const Attribute& a) { return declareField(memberOf(a)); }) +
-           each(entity.attributes, [](const Attribute& a) {
-               return when(a.hasFlag(), "    bool " + flagName(a.name) + " = false;\n");
-           });
+           each(entity.attributes, [](const Attribute& a) { return declareField(memberOf(a)); });
 }
 
 std::string declaration(const Schema& schema, const Entity& entity) {
@@ -190,7 +190,7 @@ constinit const Schema::Attribute {{schema}}::{{class}}::s_attributes[] = {
 
 constexpr const char* kRow = R"(
     {"{{name}}", {{hash}}, {{type}},
-     offsetof({{class}}, {{field}}), {{flagOffset}}, {{optional}}},
+     offsetof({{class}}, {{field}}), {{position}}, {{optional}}},
 )";
 
 constexpr const char* kRead = R"(
@@ -269,13 +269,12 @@ std::string defineCreate(const Schema& schema, const Entity& entity) {
 
 std::string defineTable(const Schema& schema, const Entity& entity) {
     const auto row = [&](const Attribute& a) {
-        const std::string flagOffset = "offsetof(" + entity.name + ", " + flagName(a.name) + ")";
         return fill(kRow, {{"name", a.name},
                            {"hash", std::to_string(schema.hash(a.name))},
                            {"type", typeOf(schema, memberOf(a))},
                            {"class", entity.name},
                            {"field", fieldName(a.name)},
-                           {"flagOffset", a.hasFlag() ? flagOffset : "0"},
+                           {"position", std::to_string(a.position)},
                            {"optional", boolean(a.optional)}});
     };
     return fill(

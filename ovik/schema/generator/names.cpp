@@ -29,10 +29,6 @@ std::string fieldName(const std::string& name) {
     return result;
 }
 
-std::string flagName(const std::string& name) {
-    return "has" + name + "_";
-}
-
 const std::string& className(const Type& type) {
     if (type.entity) return type.entity->name;
     if (type.enumeration) return type.enumeration->name;

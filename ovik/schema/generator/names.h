@@ -18,9 +18,6 @@ std::string recordName(const std::string& name);
 /// `globalId_` for `GlobalId`.
 std::string fieldName(const std::string& name);
 
-/// `hasDescription_`, the presence flag of an attribute.
-std::string flagName(const std::string& name);
-
 /// The C++ type of a field of this type.
 std::string fieldType(const Type& type);
 

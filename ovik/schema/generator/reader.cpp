@@ -21,8 +21,8 @@ namespace {
 constexpr unsigned kMaxByteValue = 0xFFFF;
 constexpr unsigned kMaxPosition = 0xFF;
 
-// Which attributes of the supertype are derived is told by the bits of an unsigned number.
-constexpr std::size_t kMaxDerivable = 32;
+// An entity has a bit for each of its attributes in an unsigned number.
+constexpr std::size_t kMaxAttributes = 32;
 
 std::vector<Line> splitLines(const std::string& text, const std::string& file) {
     std::istringstream in(text);
@@ -335,15 +335,21 @@ class Reader {
     }
 
     // The ancestors are asked first, each with a table of its own: the same letters would be found
-    // there.
+    // there. The attributes of all stand in one record.
     void checkInherited(Line& line, Entity& entity) {
         line.rewind();
+        auto& own = *std::ranges::find(entity.attributes, line.peek(), &Attribute::name);
+        own.position = static_cast<std::size_t>(&own - entity.attributes.data());
         for (const Entity* e = entity.parent; e; e = e->parent) {
+            own.position += e->attributes.size();
             for (const Attribute& attribute : e->attributes) {
                 if (recordName(attribute.name) == recordName(line.peek())) {
                     line.fail(line.peek() + " is an attribute of " + e->name + " already");
                 }
             }
+        }
+        if (own.position >= kMaxAttributes) {
+            line.fail("more than " + std::to_string(kMaxAttributes) + " attributes in a record");
         }
     }
 
@@ -387,13 +393,8 @@ class Reader {
         if (found == list.end()) {
             line.failExpected(entity.parent->name + ". and one of its attributes");
         }
-        const auto index = static_cast<std::size_t>(found - list.begin());
-        if (index >= kMaxDerivable) {
-            line.failExpected("one of the first " + std::to_string(kMaxDerivable) +
-                              " attributes of " + entity.parent->name);
-        }
         entity.redeclared = entity.parent;
-        entity.derived |= 1u << index;
+        entity.derived |= 1u << (found - list.begin());
         line.advance();
     }
 

@@ -73,9 +73,8 @@ struct Attribute {
     std::string declaredType;  ///< as in the table, for comments
     Type type;
     bool optional = false;
-    int line = 0;  ///< of the table
-
-    bool hasFlag() const { return optional && !type.entity; }
+    std::size_t position = 0;  ///< in a record of its entity, from 0
+    int line = 0;              ///< of the table
 };
 
 struct Entity {

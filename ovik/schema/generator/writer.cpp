@@ -49,7 +49,8 @@ class IfcModel;
 /// - For an attribute `X` there are `getX` and `setX`, and `hasX` where it is optional: true for a
 ///   reference while it leads to an entity, for all else from the first `setX` on, and then it
 ///   can't be unset. A change through the reference that `getX` gives is kept, but does not make an
-///   optional attribute present: `setX` does.
+///   optional attribute present, nor a mandatory one given that an exact load found missing: `setX`
+///   does.
 /// - A reference is read as null if it leads nowhere or to an entity of another class than
 ///   declared; setting one checks neither its class nor its model.
 /// - Entities are made by `create`, belong to their model and can't be copied.
