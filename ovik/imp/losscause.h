@@ -7,6 +7,10 @@ namespace Ovik::LossCause {
 inline constexpr const char* kWrongKind = "value of the wrong kind";
 inline constexpr const char* kUnknownType = "type that does not belong here";
 inline constexpr const char* kNoLiteral = "no such literal";
+inline constexpr const char* kOutOfRange = "number out of range";
+inline constexpr const char* kBadIdentifier = "identifier that has not 22 characters";
+inline constexpr const char* kUnreadableText = "characters that are no value";
+inline constexpr const char* kSurplus = "surplus parameters";
 inline constexpr const char* kNegative = "negative number";
 inline constexpr const char* kMissing = "missing parameter";
 inline constexpr const char* kNoValue = "no value";

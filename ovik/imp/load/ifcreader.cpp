@@ -2,6 +2,7 @@
 #include "ovik/imp/load/ifcreader.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "ovik/base/errlog.h"
@@ -262,7 +263,14 @@ void IfcReader::readEntity(IfcEntity& entity, Ref<ItemList> items) {
         pending_.push_back({&entity, std::move(items)});
         return;
     }
-    if (isRead) return;
+    if (isRead) {
+        if (load_.exact && filer_.peek()) {
+            LossPlace behind;
+            behind.position = std::numeric_limits<std::uint32_t>::max();
+            load_.addLoss(behind, LossCause::kSurplus);
+        }
+        return;
+    }
     // With the record goes what was noted in it.
     if (load_.losses) load_.losses->shrink(numLosses);
     load_.addLostRecord(IfcLoadReport::Unreadable,

@@ -45,6 +45,8 @@ unsigned ValidationContextImp::run() {
 }
 
 int ValidationContextImp::validateRef(IfcEntity* target) {
+    // Each reference is validated by itself, and no entity goes for another's sake.
+    if (exact()) return kValid;
     EntityEntry* const entry = load_.entries.find(target->ifcId());
     if (!entry) return kNotLoaded;
     if (entry->isDone()) {
@@ -84,7 +86,6 @@ int ValidationContextImp::validate(EntityEntry& entry) {
     } const visit(*this, entity.ifcId());
 
     if (entry.isVisiting()) {
-        if (exact()) return kValid;
         log() << L"Circular reference found in #" << currentId() << L".\n";
         entry.setDone(false);
         reportEntity(kInvalid);

@@ -33,6 +33,12 @@ bool readElement(Storage& storage, const ValueType& type, IfcInFiler& in) {
         return item != nullptr;
     };
     const auto valueOf = [](const auto& item) { return item.value; };
+    const auto readAny = [&] {
+        const bool done = readValue(type, &Internals::emplace(storage), in);
+        if (!done) Internals::truncate(storage, storage.size() - 1);
+        return done;
+    };
+    if (!std::is_same_v<E, EntityId> && in.exact()) return readAny();
     if constexpr (std::is_same_v<E, EntityId>) {
         return append(in.peek()->as<ItemRef>(),
                       [&in](const ItemRef& item) { return in.handle(item.value); });
@@ -44,9 +50,7 @@ bool readElement(Storage& storage, const ValueType& type, IfcInFiler& in) {
         return append(in.peek()->as<ItemBinary>(),
                       [](const ItemBinary& item) { return item.text.c_str(); });
     } else {
-        const bool done = readValue(type, &Internals::emplace(storage), in);
-        if (!done) Internals::truncate(storage, storage.size() - 1);
-        return done;
+        return readAny();
     }
 }
 
@@ -85,15 +89,18 @@ bool readAggregate(void* value, const AggregateType& type, IfcInFiler& in) {
         storage.reserve(roomFor<E>(*items, type.element));
     }
     IfcInFiler element(in, items);
-    // A member that held something before may have room for fewer than the list has.
-    for (unsigned i = 0; i < count && !Internals::isFull(storage); ++i) {
+    // A member that held something before may have room for fewer than the list has, and an exact
+    // load takes lists of any size.
+    for (unsigned i = 0; i < count; ++i) {
         element.setCursor(i);
-        if (!readElement(storage, type.element, element)) {
+        if (Internals::isFull(storage)) {
+            element.lost(LossCause::kTooMany);
+        } else if (!readElement(storage, type.element, element)) {
             element.setCursor(i);
-            element.lost(LossCause::kUnknownType);
+            element.lost(LossCause::kWrongKind);
         }
     }
-    return storage.size() >= type.lower || in.fail(LossCause::kTooFew);
+    return in.exact() || storage.size() >= type.lower || in.fail(LossCause::kTooFew);
 }
 
 /// The elements of this list are looked at and none is kept, so it never has what it needs, and a
@@ -146,7 +153,7 @@ int validateAggregate(void* value, const AggregateType& type, ValidationContext&
         std::move(elements + first, elements + size, elements);
         Internals::truncate(storage, size - first);
     }
-    return storage.size() >= type.lower ? kValid : kInvalid;
+    return context.exact() || storage.size() >= type.lower ? kValid : kInvalid;
 }
 
 template <class A>

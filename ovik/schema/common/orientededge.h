@@ -9,11 +9,13 @@
 namespace Ovik::Schema {
 
 /// Validates `edge`, an `IfcOrientedEdge` of either schema; `validateEnds` is the rule of
-/// `IfcEdge`.
-template <class OrientedEdge, class ValidateEnds>
-int validateOrientedEdge(OrientedEdge& edge, ValidationContext& context,
-                         ValidateEnds validateEnds) {
+/// `IfcEdge`, `validateElement` that of the edge's own attributes.
+template <class OrientedEdge, class ValidateEnds, class ValidateElement>
+int validateOrientedEdge(OrientedEdge& edge, ValidationContext& context, ValidateEnds validateEnds,
+                         ValidateElement validateElement) {
+    if (context.exact()) validateElement();
     auto* element = edge.getEdgeElement();
+    if (context.exact() && !element) return kValid;
     int code = element ? context.validateRef(element) : static_cast<int>(kInvalid);
     if (code != kValid) {
         context.reportMember(code, L"EdgeElement");
@@ -26,6 +28,7 @@ int validateOrientedEdge(OrientedEdge& edge, ValidationContext& context,
     const bool forward = edge.getOrientation();
     edge.setEdgeStart(forward ? element->getEdgeStart() : element->getEdgeEnd());
     edge.setEdgeEnd(forward ? element->getEdgeEnd() : element->getEdgeStart());
+    if (context.exact()) return kValid;
     code = validateEnds();
     return code == kValid ? context.validateRef(element) : code;
 }

@@ -1,5 +1,6 @@
 // Reading of attributes, values and selects from the items of a record.
 #include <algorithm>
+#include <cmath>
 
 #include "ovik/base/ascii.h"
 #include "ovik/imp/ifcentity.h"
@@ -44,14 +45,57 @@ bool readAttribute(const Attribute& attribute, IfcEntity& entity, IfcInFiler& in
     return done;
 }
 
+// Why `item` is no value at all, or null if it is one.
+const char* whyNoValue(const ItemBase* item) {
+    if (!item) return LossCause::kMissing;
+    const auto* const unreadable = item->as<ItemUnreadable>();
+    if (!unreadable) return nullptr;
+    return unreadable->isMissing() ? LossCause::kMissing : LossCause::kUnreadableText;
+}
+
+// An exact load: what can't be kept costs the attribute and nothing else.
+void readExactly(const Attribute& attribute, IfcEntity& entity, bool isDerived, IfcInFiler& in) {
+    const ItemBase* const item = in.peek();
+    const unsigned start = in.cursor();
+    bool isRead = false;
+    if (const char* cause = whyNoValue(item)) {
+        in.lost(cause);
+    } else if (isDerived) {
+        if (!item->is(ItemKind::Derived)) in.lost(LossCause::kDerived);
+    } else if (item != itemNil()) {
+        isRead = readValue(attribute.type, fieldAt(&entity, attribute.offset), in);
+        if (!isRead) {
+            in.setCursor(start);
+            in.lost(LossCause::kWrongKind);
+        }
+    }
+    if (!isDerived) setGiven(entity, attribute, isRead);
+    in.setCursor(start + 1);
+}
+
 // Reads the value at the cursor, each kind of field from its kind of item.
 struct Reader {
     IfcInFiler& in;
 
     bool operator()(double& value) const {
+        if (in.exact()) {
+            const ItemBase* const item = in.peek();
+            if (const auto* const integer = item ? item->as<ItemInt>() : nullptr) {
+                value = integer->value;
+                in.advance();
+                return true;
+            }
+            const auto* const real = item ? item->as<ItemDbl>() : nullptr;
+            if (real && !std::isfinite(real->value)) return in.fail(LossCause::kOutOfRange);
+        }
         return take<ItemDbl>([&](const ItemDbl& item) { value = item.value; });
     }
     bool operator()(int& value) const {
+        if (in.exact()) {
+            const ItemBase* const item = in.peek();
+            const auto* const real = item ? item->as<ItemDbl>() : nullptr;
+            if (real && real->isInteger) return in.fail(LossCause::kOutOfRange);
+        }
         return take<ItemInt>([&](const ItemInt& item) { value = item.value; });
     }
     // Only ever the element of a list that keeps none.
@@ -62,10 +106,19 @@ struct Reader {
     bool operator()(Logical& value) const { return in.readLogical(value); }
     bool operator()(XString& value) const { return in.readString(value); }
     bool operator()(XBinary& value) const {
-        return take<ItemBinary>(
-            [&](const ItemBinary& item) { value = XBinary(item.text.c_str()); });
+        return take<ItemBinary>([&](const ItemBinary& item) {
+            // A plain load hands over the quote too, which makes the value empty. That is kept
+            // for compatibility, and costs all binaries.
+            value = XBinary(in.exact() ? item.digits() : item.text.c_str());
+        });
     }
     bool operator()(Base64Guid& value) const {
+        if (in.exact()) {
+            constexpr std::size_t kLength = 22;
+            const ItemBase* const item = in.peek();
+            const auto* const text = item ? item->as<ItemString>() : nullptr;
+            if (text && text->text.size() != kLength) return in.fail(LossCause::kBadIdentifier);
+        }
         return take<ItemString>([&](const ItemString& item) {
             value = Base64Guid::createFromBase64(item.text.c_str());
         });
@@ -101,6 +154,10 @@ bool readAttributes(IfcEntity& entity, Attributes attributes, IfcInFiler& in, De
         const bool isDerived = derived & 1;
         derived >>= 1;
         in.setAttribute(attribute.name, attribute.position);
+        if (in.exact()) {
+            readExactly(attribute, entity, isDerived, in);
+            continue;
+        }
         if (isDerived ? !in.skipDerived() : !readAttribute(attribute, entity, in)) return false;
     }
     return true;

@@ -35,6 +35,18 @@ int validateAttribute(const Attribute& attribute, IfcEntity& entity, ValidationC
     return kValid;
 }
 
+// An exact load: a wrong reference costs its attribute and nothing else.
+void validateExactly(const Attribute& attribute, IfcEntity& entity, ValidationContext& context) {
+    const bool isReference = attribute.type.is(Kind::Entity);
+    void* field = fieldAt(&entity, attribute.offset);
+    const bool isThere = attribute.optional && isReference ? !valueAt<EntityId>(field).isNull()
+                                                           : isGiven(entity, attribute);
+    if (!isThere || validateValue(attribute.type, field, context) == kValid) return;
+    context.lost(LossCause::kToNothing);
+    if (isReference) valueAt<EntityId>(field).setNull();
+    setGiven(entity, attribute, false);
+}
+
 struct Validator {
     ValidationContext& context;
 
@@ -63,6 +75,10 @@ int validateAttributes(IfcEntity& entity, Attributes attributes, ValidationConte
         derived >>= 1;
         if (isDerived || !attribute.type.canRefer) continue;
         context.setAttribute(attribute.name, attribute.position);
+        if (context.exact()) {
+            validateExactly(attribute, entity, context);
+            continue;
+        }
         const int code = validateAttribute(attribute, entity, context);
         if (code != kValid) return code;
     }
@@ -74,6 +90,8 @@ int validateValue(const ValueType& type, void* field, ValidationContext& context
 }
 
 int validateReference(const EntityId& handle, const RtClass* type, ValidationContext& context) {
+    // A `$` among the elements of a list.
+    if (context.exact() && handle.isNull()) return kValid;
     if (IfcEntity* target = targetOf(handle, type)) return context.validateRef(target);
     return context.fail(handle.isNull() ? LossCause::kNoValue
                         : handle()      ? LossCause::kToWrongClass

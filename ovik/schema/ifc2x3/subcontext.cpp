@@ -2,6 +2,8 @@
 // write values for them. A lenient read reads such a value by its type and drops it; a strict one
 // wants it and keeps it. That is kept for compatibility, and costs that files which are right, with
 // `*`, can't be read strictly.
+#include <iterator>
+
 #include "ovik/ifc2x3/IfcGeometricRepresentationSubContext.h"
 #include "ovik/imp/infiler.h"
 #include "ovik/imp/losscause.h"
@@ -12,6 +14,11 @@ namespace Ovik {
 bool IFC2X3::IfcGeometricRepresentationSubContext::read(IfcInFiler& in) {
     using Context = IfcGeometricRepresentationContext;
     if (!IfcRepresentationContext::read(in)) return false;
+    if (in.exact()) {
+        constexpr Schema::DerivedSet kAll = (1u << std::size(Context::s_attributes)) - 1;
+        return Schema::readAttributes(*this, Context::s_attributes, in, kAll) &&
+               Schema::readAttributes(*this, s_attributes, in);
+    }
     if (!in.lenient()) {
         return Schema::readAttributes(*this, Context::s_attributes, in) &&
                Schema::readAttributes(*this, s_attributes, in);
