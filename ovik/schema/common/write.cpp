@@ -39,6 +39,7 @@ void writeAttributes(const IfcEntity& entity, Attributes attributes, IfcOutFiler
     for (const Attribute& attribute : attributes) {
         const bool isDerived = derived & 1;
         derived >>= 1;
+        out.beginAttribute(attribute.name);
         if (isDerived) {
             out.writeDerived();
         } else if (attribute.flagOffset && !valueAt<bool>(fieldAt(&entity, attribute.flagOffset))) {
