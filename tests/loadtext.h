@@ -35,7 +35,6 @@ class Probe : public IfcEntity {
         if (ownWrite) return ownWrite(out);
         out.writeRecord(*this, [&] { onWrite(out); });
     }
-    void setNumber(int number) { setIfcId(number); }
 
     std::function<void(IfcOutFiler&)> ownWrite;
     static inline int numDestroyed = 0;

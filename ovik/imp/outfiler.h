@@ -74,7 +74,9 @@ class OVIK_API IfcOutFiler {
         fields();
     }
 
-    IfcOutFilerImp& imp() { return *imp_; }
+    /// Names the attribute whose value comes next, so that a report can name it, too. `name` is
+    /// kept by address.
+    void beginAttribute(const char* name) { attribute_ = name; }
 
  private:
     void openItem(const char* name);
@@ -83,6 +85,7 @@ class OVIK_API IfcOutFiler {
     void closeRecord();
 
     std::unique_ptr<IfcOutFilerImp> imp_;
+    const char* attribute_ = nullptr;  // of the open record
 };
 
 }  // namespace Ovik

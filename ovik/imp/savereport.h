@@ -33,7 +33,7 @@ struct OVIK_API IfcSaveReport {
     // Where the first refused real stands.
     std::uint32_t number = 0;  ///< the instance number in the new file
     std::string className;     ///< in capitals
-    std::string attribute;     ///< as in the schema; empty for a class from outside the library
+    std::string attribute;     ///< as in the schema; empty if a class from outside names none
 
     // What was saved, all 0 after a failure.
     std::uint64_t records = 0;

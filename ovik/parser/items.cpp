@@ -174,7 +174,8 @@ void appendItem(std::string& text, const ItemBase& item) {
     } else if (const auto* const integer = item.as<ItemInt>()) {
         text += std::to_string(integer->value);
     } else if (const auto* const real = item.as<ItemDbl>()) {
-        appendShortestReal(text, real->value);
+        char digits[kLongestReal];
+        text.append(digits, putShortestReal(digits, real->value));
         if (real->isInteger && text.back() == '.') text.pop_back();
     } else if (const auto* const boolean = item.as<ItemBool>()) {
         text += boolean->value ? ".T." : ".F.";

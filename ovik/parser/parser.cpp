@@ -152,17 +152,17 @@ bool Parser::parseStatement(int keyword, std::unique_ptr<HeaderStatement>& state
 }
 
 // The data items and the closing, which stands on the same level: an error in it discards a line
-// like one in an item, and items may follow.
+// like one in an item, and items may follow. A section without items is for an exact parse only.
 bool Parser::parseDataSection() {
-    bool first = true;
+    bool mayEnd = scanner_.exact();
     for (;;) {
-        if (peek() == Token::ENDSEC && !first) {
+        if (peek() == Token::ENDSEC && mayEnd) {
             if (parseClosing()) return true;
             if (!discardLine()) return false;
         } else if (!parseDataItem() && !discardLine()) {
             return false;
         }
-        first = false;
+        mayEnd = true;
     }
 }
 

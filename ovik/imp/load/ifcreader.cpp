@@ -8,6 +8,7 @@
 #include "ovik/base/errlog.h"
 #include "ovik/base/inputfile.h"
 #include "ovik/base/unicode.h"
+#include "ovik/imp/headerparameters.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/ifcheader.h"
 #include "ovik/imp/load/validationimp.h"
@@ -133,6 +134,7 @@ bool IfcReader::setHeader(ParsedHeader*& parsed) {
 }
 
 void IfcReader::fillHeader(const ParsedHeader& parsed) {
+    *header_ = IfcHeader();  // which may have been another file's
     // Each parameter stands at a place of its own, whether the one before it could be read or not.
     const auto text = [this](unsigned position, bool isList) {
         XString value;
@@ -155,6 +157,17 @@ void IfcReader::fillHeader(const ParsedHeader& parsed) {
 
     filer_.reset(parsed.fileSchema->list->items);
     header_->setFileSchema(text(0, true));
+
+    if (!load_.exact) return;
+    const auto texts = [](const IfcParser::HeaderStatement& statement) {
+        std::vector<std::string> result;
+        if (!statement.list->items) return result;
+        for (const IfcParser::ItemBase* item : *statement.list->items) {
+            IfcParser::appendItem(result.emplace_back(), *item);
+        }
+        return result;
+    };
+    HeaderParameters::keep(*header_, {texts(*parsed.fileDescription), texts(*parsed.fileName)});
 }
 
 // A list of strings as one text, with nothing between.

@@ -7,12 +7,12 @@
 #include <string_view>
 #include <utility>
 
+#include "ovik/base/realtext.h"
 #include "ovik/imp/base64guid.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/logical.h"
 #include "ovik/imp/save/outfilerimp.h"
 #include "ovik/imp/save/quotable.h"
-#include "ovik/imp/save/realtext.h"
 #include "ovik/imp/xbinary.h"
 #include "ovik/imp/xstring.h"
 
@@ -107,9 +107,9 @@ void IfcOutFiler::writeReal(double value) {
     if (!imp_->exact()) {
         imp_->endValue(putPlainReal(out, value));
     } else if (std::isfinite(value)) {
-        imp_->endValue(putExactReal(out, value));
+        imp_->endValue(putShortestReal(out, value));
     } else {
-        imp_->refuse();
+        imp_->refuse(attribute_);
     }
 }
 
@@ -134,7 +134,9 @@ void IfcOutFiler::writeBinary(const XBinary& value) {
 }
 
 void IfcOutFiler::writeEntity(const IfcEntity* entity) {
+    const char* const attribute = attribute_;
     writeReference(entity ? imp_->numberFor(*entity, *this) : 0);
+    attribute_ = attribute;
 }
 
 void IfcOutFiler::openItem(const char* name) {
@@ -146,7 +148,9 @@ void IfcOutFiler::closeItem() {
 }
 
 bool IfcOutFiler::openRecord(const IfcEntity& entity) {
-    return imp_->openRecord(entity);
+    if (!imp_->openRecord(entity)) return false;
+    attribute_ = nullptr;
+    return true;
 }
 
 void IfcOutFiler::closeRecord() {

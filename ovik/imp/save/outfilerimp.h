@@ -62,11 +62,15 @@ class IfcOutFilerImp {
     /// The number that a reference to `entity` is written with; 0 if it writes no record.
     virtual unsigned numberFor(const IfcEntity& entity, IfcOutFiler& out) = 0;
 
-    /// Tells that the open record has a real that no file can hold. The first such entity counts.
-    void refuse() {
-        if (!refused_) refused_ = entity_;
+    /// Tells that the open record has a real in `attribute` that no file can hold. The first one
+    /// counts. `attribute` may be null; it is kept by address.
+    void refuse(const char* attribute) {
+        if (refused_) return;
+        refused_ = entity_;
+        refusedAttribute_ = attribute;
     }
     const IfcEntity* refused() const { return refused_; }
+    const char* refusedAttribute() const { return refusedAttribute_; }
 
     /// Runs `close`, which ends a scope and must not throw: an exception is kept for `finish`.
     template <class Close>
@@ -111,6 +115,7 @@ class IfcOutFilerImp {
     std::uint64_t numRecords_ = 0;
     std::uint64_t numRenumbered_ = 0;
     const IfcEntity* refused_ = nullptr;
+    const char* refusedAttribute_ = nullptr;
     std::exception_ptr failure_;
 };
 

@@ -5,10 +5,11 @@
 
 namespace Ovik {
 
-/// True if a string constant with the text `encoded` ends where the text does: each apostrophe in
-/// it is doubled, or the character behind a `\S\`. The encoded form of a string that was made from
-/// wide text, or that comes of an exact load, is so. That of a plain load, which takes one of two
-/// backslashes away, and one that a program has given to `XString::decode` may be not.
+/// True if an exact load reads a string constant of the text `encoded` back as it is: each
+/// apostrophe in it is doubled, or the character that an `\S\` takes along, and no line ends in it.
+/// The encoded form of a string that was made from wide text, or that comes of an exact load, is
+/// so. That of a plain load, which takes one of two backslashes away, and one that a program has
+/// given to `XString::decode` may be not.
 bool isQuotable(std::string_view encoded);
 
 }  // namespace Ovik

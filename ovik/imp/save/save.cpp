@@ -80,6 +80,7 @@ struct Save {
             report.failure = Failure::NoNumber;
             report.number = filer.numberFor(*refused, out);
             report.className = refused->isA()->className();
+            if (filer.refusedAttribute()) report.attribute = filer.refusedAttribute();
         }
     }
 };

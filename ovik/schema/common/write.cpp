@@ -40,6 +40,7 @@ void writeAttributes(const IfcEntity& entity, Attributes attributes, IfcOutFiler
     for (const Attribute& attribute : attributes) {
         const bool isDerived = derived & 1;
         derived >>= 1;
+        out.beginAttribute(attribute.name);
         if (isDerived) {
             out.writeDerived();
         } else if (!isGiven(entity, attribute) && (attribute.optional || out.exact())) {
