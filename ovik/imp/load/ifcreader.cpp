@@ -7,6 +7,7 @@
 #include "ovik/base/errlog.h"
 #include "ovik/base/inputfile.h"
 #include "ovik/base/unicode.h"
+#include "ovik/imp/headerparameters.h"
 #include "ovik/imp/ifcentity.h"
 #include "ovik/imp/ifcheader.h"
 #include "ovik/imp/load/validationimp.h"
@@ -154,6 +155,16 @@ void IfcReader::fillHeader(const ParsedHeader& parsed) {
 
     filer_.reset(parsed.fileSchema->list->items);
     header_->setFileSchema(text(0, true));
+
+    if (!load_.exact) return;
+    const auto texts = [](const ItemList& list) {
+        std::vector<std::string> all;
+        if (!list.items) return all;
+        for (const IfcParser::ItemBase* item : *list.items) appendItem(all.emplace_back(), *item);
+        return all;
+    };
+    HeaderParameters::keep(*header_, {.fileDescription = texts(*parsed.fileDescription->list),
+                                      .fileName = texts(*parsed.fileName->list)});
 }
 
 // A list of strings as one text, with nothing between.
