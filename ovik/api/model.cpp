@@ -167,14 +167,14 @@ Model* Model::read(const std::filesystem::path& path, Header* header) {
 }
 
 Model* Model::read(const wchar_t* path, Header* header, const IfcReadOptions* options,
-                   IfcLoadReport* report) {
-    return read(pathFromWide(path), header, options, report);
+                   IfcLoadReport* report, ErrLog* log) {
+    return read(pathFromWide(path), header, options, report, log);
 }
 
 Model* Model::read(const std::filesystem::path& path, Header* header, const IfcReadOptions* options,
-                   IfcLoadReport* report) {
+                   IfcLoadReport* report, ErrLog* log) {
     return Impl::create(
-        IfcModel::read(path, nullptr, nullptr, options, &Access::inner(*header), report));
+        IfcModel::read(path, log, nullptr, options, &Access::inner(*header), report));
 }
 
 bool Model::write(const wchar_t* path, const Header& header) {

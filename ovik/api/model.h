@@ -15,6 +15,10 @@
 #include "ovik/imp/savereport.h"
 #include "ovik/imp/schemaid.h"
 
+namespace Ovik {
+class ErrLog;
+}
+
 namespace Ovik::IfcApi {
 
 class Model;
@@ -116,11 +120,12 @@ class OVIK_API Model {
     static Model* read(const wchar_t* path, Header* header);
     static Model* read(const std::filesystem::path& path, Header* header);
     /// The same, as `options` ask and with what became of the file in `report`, as `IfcModel::read`
-    /// tells. Either may be null.
+    /// tells, and in `log`. All three may be null.
     static Model* read(const wchar_t* path, Header* header, const IfcReadOptions* options,
-                       IfcLoadReport* report = nullptr);
+                       IfcLoadReport* report = nullptr, ErrLog* log = nullptr);
     static Model* read(const std::filesystem::path& path, Header* header,
-                       const IfcReadOptions* options, IfcLoadReport* report = nullptr);
+                       const IfcReadOptions* options, IfcLoadReport* report = nullptr,
+                       ErrLog* log = nullptr);
 
     /// Writes the model to a file, which is overwritten. False if it can't be opened.
     bool write(const wchar_t* path, const Header& header);

@@ -86,18 +86,19 @@ void IfcFileOutput::mergeLate() {
 
 void IfcFileOutput::endOfFile() {
     mergeLate();
-    result.reset(new ParsedFile{std::move(header), std::move(items)});
+    result.reset(new ParsedFile{exact_, std::move(header), std::move(items)});
 }
 
-std::unique_ptr<ParsedFile> parseFile(const wchar_t* path, ErrLog* log, ProgressMeter* meter) {
-    return parseFile(pathFromWide(path), log, meter);
+std::unique_ptr<ParsedFile> parseFile(const wchar_t* path, ErrLog* log, ProgressMeter* meter,
+                                      bool exact) {
+    return parseFile(pathFromWide(path), log, meter, exact);
 }
 
 std::unique_ptr<ParsedFile> parseFile(const std::filesystem::path& path, ErrLog* log,
-                                      ProgressMeter* meter) {
+                                      ProgressMeter* meter, bool exact) {
     std::ifstream stream = openInput(path);
     if (!stream) throw std::string("Unable to open file");
-    IfcFileOutput output(stream, meter);
+    IfcFileOutput output(stream, meter, exact);
     parseStream(stream, log, &output);
     return std::move(output.result);
 }

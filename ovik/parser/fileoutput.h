@@ -50,6 +50,7 @@ using DataItems = std::vector<std::unique_ptr<DataItem>>;
 
 /// A whole file as items. `items` is sorted by number, no two alike, and null if there is none.
 struct ParsedFile {
+    bool exact = false;  ///< of an exact parse
     std::unique_ptr<ParsedHeader> header;
     std::unique_ptr<DataItems> items;
 };
@@ -57,8 +58,10 @@ struct ParsedFile {
 /// Keeps what the parser finds.
 class OVIK_API IfcFileOutput final : public OutputPrgMeter {
  public:
-    using OutputPrgMeter::OutputPrgMeter;
+    IfcFileOutput(std::istream& stream, ProgressMeter* meter, bool exact = false)
+        : OutputPrgMeter(stream, meter), exact_(exact) {}
 
+    bool exact() const override { return exact_; }
     bool setHeader(ParsedHeader*& taken) override;
     /// Throws a `std::string` for a number that was there before.
     void addData(int id, PooledName* className, ItemList* list, double position) override;
@@ -73,6 +76,8 @@ class OVIK_API IfcFileOutput final : public OutputPrgMeter {
  private:
     void mergeLate();
 
+    const bool exact_;
+
     // Numbers that came out of order, sorted. They join `items` many at a time, so that a file in
     // descending order doesn't move all of `items` for each.
     DataItems late_;
@@ -81,8 +86,8 @@ class OVIK_API IfcFileOutput final : public OutputPrgMeter {
 /// Parses the file at `path`; null if it is incomplete. `log` and `meter` may be null. Throws a
 /// `std::string` if the file can't be opened.
 OVIK_API std::unique_ptr<ParsedFile> parseFile(const wchar_t* path, ErrLog* log,
-                                               ProgressMeter* meter);
+                                               ProgressMeter* meter, bool exact = false);
 OVIK_API std::unique_ptr<ParsedFile> parseFile(const std::filesystem::path& path, ErrLog* log,
-                                               ProgressMeter* meter);
+                                               ProgressMeter* meter, bool exact = false);
 
 }  // namespace Ovik::IfcParser

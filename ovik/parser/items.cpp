@@ -1,5 +1,7 @@
 // Making, releasing and comparing parsed items.
 #include "ovik/parser/items.h"
+#include "ovik/base/ascii.h"
+#include "ovik/parser/stringtext.h"
 
 #include <array>
 #include <cmath>
@@ -209,28 +211,45 @@ void appendItem(std::string& text, const ItemBase& item) {
     }
 }
 
+bool sameWord(const std::string& a, const std::string& b, const CompareContext& context) {
+    return a == b || (context.exact && compareNoCase(a.c_str(), b.c_str()) == 0);
+}
+
+// The text of a constant of an exact parse.
+static std::u16string standsFor(const std::string& encoded) {
+    std::u16string text;
+    decodeExactly(encoded, [&text](char16_t c) { text += c; });
+    return text;
+}
+
 bool ItemBase::isEqualTo(const ItemBase& other, const CompareContext& context) const {
     return kind() == other.kind() || different(context, "Type of list item");
 }
 
 bool ItemString::isEqualTo(const ItemBase& other, const CompareContext& context) const {
     if (!ItemBase::isEqualTo(other, context)) return false;
-    return text == static_cast<const ItemString&>(other).text || different(context, "String value");
+    const std::string& second = static_cast<const ItemString&>(other).text;
+    return text == second || (context.exact && standsFor(text) == standsFor(second)) ||
+           different(context, "String value");
 }
 
 bool ItemBinary::isEqualTo(const ItemBase& other, const CompareContext& context) const {
     if (!ItemBase::isEqualTo(other, context)) return false;
-    return text == static_cast<const ItemBinary&>(other).text || different(context, "Binary value");
+    return sameWord(text, static_cast<const ItemBinary&>(other).text, context) ||
+           different(context, "Binary value");
 }
 
 bool ItemInt::isEqualTo(const ItemBase& other, const CompareContext& context) const {
+    if (context.exact && other.as<ItemDbl>()) return other.isEqualTo(*this, context);
     if (!ItemBase::isEqualTo(other, context)) return false;
     return value == static_cast<const ItemInt&>(other).value || different(context, "Int value");
 }
 
 bool ItemDbl::isEqualTo(const ItemBase& other, const CompareContext& context) const {
-    if (!ItemBase::isEqualTo(other, context)) return false;
-    return context.tolerance > std::fabs(value - static_cast<const ItemDbl&>(other).value) ||
+    const auto* const integer = context.exact ? other.as<ItemInt>() : nullptr;
+    if (!integer && !ItemBase::isEqualTo(other, context)) return false;
+    const double second = integer ? integer->value : static_cast<const ItemDbl&>(other).value;
+    return (context.exact && value == second) || context.tolerance > std::fabs(value - second) ||
            different(context, "Double");
 }
 
@@ -241,7 +260,7 @@ bool ItemBool::isEqualTo(const ItemBase& other, const CompareContext& context) c
 
 bool ItemEnum::isEqualTo(const ItemBase& other, const CompareContext& context) const {
     if (!ItemBase::isEqualTo(other, context)) return false;
-    return name->text == static_cast<const ItemEnum&>(other).name->text ||
+    return sameWord(name->text, static_cast<const ItemEnum&>(other).name->text, context) ||
            different(context, "Enum value");
 }
 
@@ -262,7 +281,8 @@ bool ItemUnreadable::isEqualTo(const ItemBase& other, const CompareContext& cont
 bool ItemChoice::isEqualTo(const ItemBase& other, const CompareContext& context) const {
     if (!ItemBase::isEqualTo(other, context)) return false;
     const auto& choice = static_cast<const ItemChoice&>(other);
-    if (name->text != choice.name->text) return different(context, "Type of choice value");
+    if (!sameWord(name->text, choice.name->text, context))
+        return different(context, "Type of choice value");
     return value->isEqualTo(*choice.value, context) || different(context, "Choice value");
 }
 

@@ -36,7 +36,13 @@ struct CompareContext {
     double tolerance;
     /// Where the differences are told, from the inside out; may be null.
     std::ostream* report;
+    /// By what things mean: identical reals are equal whatever the tolerance is, an integer equals
+    /// a real of its value, words are compared without case and strings by the text they stand for.
+    bool exact = false;
 };
+
+/// True if two names, or words, are the same one.
+bool sameWord(const std::string& a, const std::string& b, const CompareContext& context);
 
 /// A class or enumeration name, shared by all that spell it alike. Made with one reference, which
 /// is the maker's.

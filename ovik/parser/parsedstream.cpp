@@ -34,7 +34,8 @@ bool sameHeaders(const ParsedHeader& a, const ParsedHeader& b, const CompareCont
 
 bool sameItems(const DataItem& a, const DataItem& b, const CompareContext& context) {
     if (a.id != b.id) return different(context, "Data reference");
-    if (a.className->text != b.className->text) return different(context, "Data class name");
+    if (!sameWord(a.className->text, b.className->text, context))
+        return different(context, "Data class name");
     return a.list->isEqualTo(*b.list, context) || different(context, "Data list");
 }
 
@@ -51,20 +52,22 @@ bool sameData(const ParsedFile& a, const ParsedFile& b, const CompareContext& co
 
 }  // namespace
 
-bool IfcParsedStream::read(const wchar_t* path, ErrLog* log, ProgressMeter* meter) {
-    return read(pathFromWide(path), log, meter);
+bool IfcParsedStream::read(const wchar_t* path, ErrLog* log, ProgressMeter* meter, bool exact) {
+    return read(pathFromWide(path), log, meter, exact);
 }
 
-bool IfcParsedStream::read(const std::filesystem::path& path, ErrLog* log, ProgressMeter* meter) {
+bool IfcParsedStream::read(const std::filesystem::path& path, ErrLog* log, ProgressMeter* meter,
+                           bool exact) {
     file_.reset();
-    file_ = IfcParser::parseFile(path, log, meter);
+    file_ = IfcParser::parseFile(path, log, meter, exact);
     return isValid();
 }
 
 bool IfcParsedStream::isEqualTo(const IfcParsedStream& other, std::ostream* report,
                                 double tolerance, bool ignoreHeader) const {
     if (!isValid() || !other.isValid()) return false;
-    const CompareContext context{tolerance, report};
+    const bool exact = file_->exact && other.file_->exact;
+    const CompareContext context{tolerance, report, exact};
     if (!ignoreHeader && !sameHeaders(*file_->header, *other.file_->header, context)) return false;
     return sameData(*file_, *other.file_, context);
 }

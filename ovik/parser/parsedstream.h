@@ -26,14 +26,19 @@ class OVIK_API IfcParsedStream {
     /// Reads a file in place of what the stream held; `log` and `meter` may be null. True if the
     /// stream is valid now: damaged data items are left out, but the file must be complete and no
     /// number come twice. Throws a `std::string` if the file can't be opened.
-    bool read(const wchar_t* path, ErrLog* log, ProgressMeter* meter);
-    bool read(const std::filesystem::path& path, ErrLog* log, ProgressMeter* meter);
+    /// If `exact`, the file is taken letter for letter, as `IfcReadOptions::exact` has it.
+    bool read(const wchar_t* path, ErrLog* log, ProgressMeter* meter, bool exact = false);
+    bool read(const std::filesystem::path& path, ErrLog* log, ProgressMeter* meter,
+              bool exact = false);
 
     bool isValid() const { return file_ != nullptr; }
 
     /// Compares item by item, data items by number, up to the first difference, which is told to
     /// `report` (may be null) from the inside out. Reals are equal if they differ by less than
-    /// `tolerance`. An invalid stream equals nothing.
+    /// `tolerance`. An invalid stream equals nothing. Two streams that were read exactly are
+    /// compared by what things mean: identical reals are equal whatever the tolerance is, an
+    /// integer equals a real of its value, names and words are compared without case, and strings
+    /// by the text that they stand for.
     bool isEqualTo(const IfcParsedStream& other, std::ostream* report, double tolerance,
                    bool ignoreHeader) const;
 

@@ -33,24 +33,31 @@ bool isComplete(const fs::path& file) {
 }  // namespace
 
 Ovik::IfcModelPtr loadModel(const fs::path& file, Ovik::IfcHeader& header,
-                            const LoadSettings& settings) {
+                            const LoadSettings& settings, Ovik::IfcLoadReport* report) {
     if (const std::string cause = whyUnreadable(file); !cause.empty()) {
         complain(file, cause);
         return nullptr;
     }
     Ovik::IfcReadOptions options;
+    options.exact = !settings.plain;
     options.lenient = !settings.strict;
-    Ovik::IfcLoadReport report;
+    Ovik::IfcLoadReport own;
+    if (!report) report = &own;
     Ovik::IfcModelPtr model(
-        Ovik::IfcModel::read(file, settings.log, settings.meter, &options, &header, &report));
-    if (!model) complain(file, whyNoModel(report));
+        Ovik::IfcModel::read(file, settings.log, settings.meter, &options, &header, report));
+    if (model) {
+        tellLosses(file, *report, settings.log != nullptr);
+    } else {
+        complain(file, whyNoModel(*report));
+    }
     return model;
 }
 
-bool readItems(const fs::path& file, Ovik::IfcParsedStream& items, Ovik::ErrLog* log) {
+bool readItems(const fs::path& file, Ovik::IfcParsedStream& items, Ovik::ErrLog* log,
+               bool exact) {
     std::string cause = whyUnreadable(file);
     try {
-        if (cause.empty() && !items.read(file, log, nullptr))
+        if (cause.empty() && !items.read(file, log, nullptr, exact))
             cause = "is not a valid STEP physical file";
     } catch (const std::string& text) {
         cause = text;
@@ -70,6 +77,20 @@ bool writeModel(const Ovik::IfcModel& model, const Ovik::IfcHeader& header, cons
         return false;
     }
     return true;
+}
+
+bool saveModel(const Ovik::IfcModel& model, const Ovik::IfcHeader& header, const fs::path& file,
+               const Ovik::IfcSaveOptions& options) {
+    Ovik::IfcSaveReport report;
+    const std::error_code error = model.save(file, header, &options, nullptr, &report);
+    if (!error) return true;
+    if (report.failure == Ovik::IfcSaveReport::Failure::NoNumber) {
+        complain(file, "not written: a real of #" + std::to_string(report.number) + ' ' +
+                           report.className + '.' + report.attribute + " is no finite number");
+    } else {
+        complain(file, error.message());
+    }
+    return false;
 }
 
 bool writeText(const std::string& text, const fs::path& file) {

@@ -2,8 +2,8 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
+#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -12,7 +12,10 @@
 #include <string_view>
 #include <vector>
 
+#include "arguments.h"
+#include "check.h"
 #include "common/modelfile.h"
+#include "common/samefile.h"
 #include "ovik/api.h"
 #include "show.h"
 #include "tree.h"
@@ -21,46 +24,40 @@ namespace {
 
 namespace api = Ovik::IfcApi;
 namespace fs = std::filesystem;
+using tools::Arguments;
+using tools::Command;
 
 constexpr std::string_view kUsage =
-    "usage: ovik copy IN OUT [--log FILE] [--strict]\n"
-    "           loads IN and writes what it holds to OUT\n"
-    "       ovik compare A B [--tolerance T] [--ignore-header] [--log FILE]\n"
-    "           compares two files item by item; reals are equal if they differ by less than T,\n"
-    "           so with the T of 0 that is taken if none is given no two reals are equal\n"
-    "       ovik info FILE\n"
+    "usage: ovik copy IN OUT [--log FILE] [--renumber] [--lossless]\n"
+    "       ovik copy IN OUT [--log FILE] --plain [--strict]\n"
+    "           loads IN and saves what it holds to OUT, value by value and with the numbers of "
+    "IN,\n"
+    "           or with --renumber with numbers from 1; with --lossless only if all of IN is "
+    "kept;\n"
+    "           with --plain what is wrong in IN is repaired or removed, and numbers are from 1\n"
+    "       ovik compare A B [--tolerance T] [--ignore-header] [--log FILE] [--plain]\n"
+    "           compares two files item by item; reals are equal if they are the same or differ "
+    "by\n"
+    "           less than T; with --plain only the latter, so without a T no two reals are\n"
+    "       ovik info FILE [--log FILE]\n"
     "           schema, header, number of entities, classes by count\n"
-    "       ovik tree FILE [--html OUT]\n"
+    "       ovik check FILE [--json]\n"
+    "           what is wrong in FILE, by cause\n"
+    "       ovik tree FILE [--html OUT] [--log FILE]\n"
     "           what is part of what and stands in what, indented, or as a page to fold in OUT\n"
-    "       ovik show FILE NUMBER...\n"
+    "       ovik show FILE NUMBER... [--log FILE]\n"
     "           the attributes of the instances with these numbers, by name\n"
-    "Exit status: copy: 0 written, 1 IN gives no model, 2 bad usage or OUT can't be written\n"
-    "             compare: 0 equal, 1 different, 2 bad usage or a file is not valid\n"
-    "             info: 0, 1 FILE gives no model, 2 bad usage\n"
-    "             tree: 0, 1 FILE gives no model, 2 bad usage or OUT can't be written\n"
-    "             show: 0, 1 FILE gives no model or has no such number, 2 bad usage\n";
+    "The log has a line for whatever of a file is not kept.\n"
+    "Exit status: copy: 0 written, 1 IN gives no model, 3 --lossless and not all is kept\n"
+    "             compare: 0 equal, 1 different, 2 also a file that is not valid\n"
+    "             info, tree: 0, 1 FILE gives no model\n"
+    "             check: 0 clean, 1 FILE gives no model, 3 something is wrong\n"
+    "             show: 0, 1 FILE gives no model or has no such number\n"
+    "             any: 2 bad usage, or something can't be written\n";
 
 constexpr int kBadUsage = 2;
 
-struct Arguments {
-    std::vector<std::string> files;
-    std::vector<std::int64_t> numbers;
-    std::optional<std::string> log;
-    std::optional<std::string> html;
-    double tolerance = 0;
-    bool ignoreHeader = false;
-    bool strict = false;
-};
-
-struct Command {
-    std::string_view name;
-    std::size_t numFiles;
-    bool takesNumbers;  ///< instance numbers behind the files, at least one
-    std::vector<std::string_view> options;
-    int (*run)(const Arguments&);
-};
-
-/// A progress bar on standard error, redrawn when it has grown by a percent.
+/// A bar of the part that is done, redrawn on standard error when it has grown by a percent.
 class ProgressBar final : public Ovik::ProgressMeter {
  public:
     void start(std::uint64_t total) override {
@@ -85,49 +82,67 @@ class ProgressBar final : public Ovik::ProgressMeter {
     int percent_ = 0;
 };
 
-std::optional<Ovik::ErrLog> makeLog(const Arguments& arguments) {
-    if (!arguments.log) return std::nullopt;
-    return Ovik::ErrLog(fs::path(*arguments.log));
-}
+/// The log of a load, if one is asked for. It is opened at its first line.
+class Log {
+ public:
+    explicit Log(const Arguments& arguments) {
+        if (arguments.log) log_.emplace(fs::path(*arguments.log));
+    }
+    Ovik::ErrLog* get() { return log_ ? &*log_ : nullptr; }
 
-/// A log is opened at its first line, and one that can't be opened loses its lines silently.
-void checkLog(std::optional<Ovik::ErrLog>& log) {
-    if (log && log->isInitialized() && !log->log())
-        tools::complain(log->fileName(), "the log can't be written");
+    /// False, after an error message, if lines of it could not be written.
+    bool isComplete() {
+        if (!log_ || !log_->isInitialized() || log_->log().flush()) return true;
+        tools::complain(log_->fileName(), "the log can't be written");
+        return false;
+    }
+
+ private:
+    std::optional<Ovik::ErrLog> log_;
+};
+
+/// Loads the first file as the arguments ask for. `report` may be null.
+Ovik::IfcModelPtr load(const Arguments& arguments, Log& log, Ovik::IfcHeader& header,
+                       Ovik::IfcLoadReport* report = nullptr) {
+    ProgressBar bar;
+    return tools::loadModel(arguments.files[0], header,
+                            {.log = log.get(),
+                             .meter = isatty(STDERR_FILENO) ? &bar : nullptr,
+                             .plain = arguments.plain,
+                             .strict = arguments.strict},
+                            report);
 }
 
 int copy(const Arguments& arguments) {
-    const std::string& in = arguments.files[0];
     const std::string& out = arguments.files[1];
-    std::optional<Ovik::ErrLog> log = makeLog(arguments);
-    ProgressBar bar;
+    Log log(arguments);
     Ovik::IfcHeader header;
-    const Ovik::IfcModelPtr model =
-        tools::loadModel(in, header,
-                         {.log = log ? &*log : nullptr,
-                          .meter = isatty(STDERR_FILENO) ? &bar : nullptr,
-                          .strict = arguments.strict});
-    checkLog(log);
+    Ovik::IfcLoadReport report;
+    const Ovik::IfcModelPtr model = load(arguments, log, header, &report);
+    const bool isLogged = log.isComplete();
     if (!model) return 1;
-    if (!tools::writeModel(*model, header, out)) return 2;
+    if (arguments.lossless && !report.isComplete()) return 3;
+    const bool isWritten = arguments.plain ? tools::writeModel(*model, header, out)
+                                           : tools::saveModel(*model, header, out,
+                                                              {.keepNumbers = !arguments.renumber});
+    if (!isWritten) return 2;
     std::cout << out << ": " << model->getNumEntities() << " entities of "
               << Ovik::toUtf8(Ovik::schemaName(model->schemaId())) << " written\n";
-    return 0;
+    return isLogged ? 0 : 2;
 }
 
 int compare(const Arguments& arguments) {
-    std::optional<Ovik::ErrLog> log = makeLog(arguments);
-    Ovik::ErrLog* const logger = log ? &*log : nullptr;
+    Log log(arguments);
     Ovik::IfcParsedStream first;
     Ovik::IfcParsedStream second;
     // The second file is read even if the first is not valid: its faults are told too.
-    const bool isFirstValid = tools::readItems(arguments.files[0], first, logger);
-    const bool isSecondValid = tools::readItems(arguments.files[1], second, logger);
-    checkLog(log);
-    if (!isFirstValid || !isSecondValid) return 2;
+    const bool exact = !arguments.plain;
+    const bool isFirstValid = tools::readItems(arguments.files[0], first, log.get(), exact);
+    const bool isSecondValid = tools::readItems(arguments.files[1], second, log.get(), exact);
+    if (!log.isComplete() || !isFirstValid || !isSecondValid) return 2;
     std::ostringstream report;
     const bool equal =
-        first.isEqualTo(second, &report, arguments.tolerance, arguments.ignoreHeader);
+        first.isEqualTo(second, &report, arguments.tolerance.value_or(0), arguments.ignoreHeader);
     // Each line of the report begins with its line end.
     if (const std::string text = report.str(); !text.empty())
         std::cout << std::string_view(text).substr(1) << '\n';
@@ -135,17 +150,25 @@ int compare(const Arguments& arguments) {
 }
 
 int info(const Arguments& arguments) {
+    Log log(arguments);
     Ovik::IfcHeader header;
-    const Ovik::IfcModelPtr model = tools::loadModel(arguments.files[0], header);
+    const Ovik::IfcModelPtr model = load(arguments, log, header);
+    const bool isLogged = log.isComplete();
     if (!model) return 1;
     tools::printInfo(std::cout, *model, header);
-    return 0;
+    return isLogged ? 0 : 2;
+}
+
+int check(const Arguments& arguments) {
+    return tools::checkFile(arguments.files[0], arguments.json, std::cout);
 }
 
 int tree(const Arguments& arguments) {
     const std::string& file = arguments.files[0];
+    Log log(arguments);
     Ovik::IfcHeader header;
-    const Ovik::IfcModelPtr model = tools::loadModel(file, header);
+    const Ovik::IfcModelPtr model = load(arguments, log, header);
+    const bool isLogged = log.isComplete();
     if (!model) return 1;
     const tools::Tree tree(*model);
     if (tree.numLeftOut())
@@ -154,17 +177,12 @@ int tree(const Arguments& arguments) {
         tools::complain(file, "no object is part of another");
     if (!arguments.html) {
         std::cout << tree.asText();
-        return 0;
-    }
-    std::error_code error;
-    if (fs::equivalent(file, *arguments.html, error)) {
-        tools::complain(*arguments.html, "is the input itself");
-        return 2;
+        return isLogged ? 0 : 2;
     }
     if (!tools::writeText(tree.asHtml(fs::path(file).filename().string()), *arguments.html))
         return 2;
     std::cout << *arguments.html << ": a tree of " << tree.numObjects() << " objects written\n";
-    return 0;
+    return isLogged ? 0 : 2;
 }
 
 /// The entity with instance number `number`, by bisection; a null one if there is none.
@@ -191,13 +209,18 @@ int show(const Arguments& arguments) {
     }
     api::initOvikApi();
     api::Header header;
+    Log log(arguments);
+    Ovik::IfcReadOptions options;
+    options.exact = true;
     Ovik::IfcLoadReport report;
-    api::Model* const model = api::Model::read(fs::path(file), &header, nullptr, &report);
-    int status = 0;
+    api::Model* const model =
+        api::Model::read(fs::path(file), &header, &options, &report, log.get());
+    int status = log.isComplete() ? 0 : kBadUsage;
     if (model->isNull()) {
         tools::complain(file, tools::whyNoModel(report));
         status = 1;
     } else {
+        tools::tellLosses(file, report, arguments.log.has_value());
         for (const std::int64_t number : arguments.numbers) {
             const api::Entity entity = findEntity(*model, number);
             if (entity.isNull()) {
@@ -214,63 +237,30 @@ int show(const Arguments& arguments) {
 
 const std::vector<Command>& commands() {
     static const std::vector<Command> kCommands = {
-        {"copy", 2, false, {"--log", "--strict"}, copy},
-        {"compare", 2, false, {"--tolerance", "--ignore-header", "--log"}, compare},
-        {"info", 1, false, {}, info},
-        {"tree", 1, false, {"--html"}, tree},
-        {"show", 1, true, {}, show},
+        {"copy", 2, 1, false, {"--log", "--plain", "--strict", "--renumber", "--lossless"}, copy},
+        {"compare", 2, 2, false, {"--tolerance", "--ignore-header", "--log", "--plain"}, compare},
+        {"info", 1, 1, false, {"--log"}, info},
+        {"check", 1, 1, false, {"--json"}, check},
+        {"tree", 1, 1, false, {"--html", "--log"}, tree},
+        {"show", 1, 1, true, {"--log"}, show},
     };
     return kCommands;
 }
 
-bool parseTolerance(std::string_view text, double& value) {
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc() && stop == end && value >= 0;
-}
-
-/// An instance number, with or without its `#`.
-bool parseNumber(std::string_view text, std::int64_t& value) {
-    if (text.starts_with('#')) text.remove_prefix(1);
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc() && stop == end && value > 0;
-}
-
-/// Sorts the words behind the subcommand into files, numbers and options, in any order. Returns
-/// what is wrong with them, or an empty text.
-std::string parseArguments(const Command& command, const std::vector<std::string>& words,
-                           Arguments& arguments) {
-    for (auto word = words.begin(); word != words.end(); ++word) {
-        if (word->size() < 2 || word->front() != '-') {
-            if (!command.takesNumbers || arguments.files.size() < command.numFiles)
-                arguments.files.push_back(*word);
-            else if (!parseNumber(*word, arguments.numbers.emplace_back()))
-                return "not an instance number: " + *word;
-            continue;
-        }
-        const std::string& option = *word;
-        if (std::find(command.options.begin(), command.options.end(), option) ==
-            command.options.end())
-            return "unknown option " + option;
-        if (option == "--strict") {
-            arguments.strict = true;
-        } else if (option == "--ignore-header") {
-            arguments.ignoreHeader = true;
-        } else if (++word == words.end()) {
-            return option + " needs a value";
-        } else if (option == "--log") {
-            arguments.log = *word;
-        } else if (option == "--html") {
-            arguments.html = *word;
-        } else if (!parseTolerance(*word, arguments.tolerance)) {
-            return "the tolerance is a number not below 0, not " + *word;
+/// Refuses a command line on which a file that is written is named twice, whatever its names are.
+std::string checkFiles(const Command& command, const Arguments& arguments) {
+    std::vector<std::string> files = arguments.files;
+    std::size_t numInputs = command.numInputs;
+    for (const auto* written : {&arguments.log, &arguments.html}) {
+        if (*written) files.push_back(**written);
+    }
+    for (std::size_t i = numInputs; i < files.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            if (tools::isSameFile(files[j], files[i]))
+                return files[i] + (files[i] == files[j] ? " is named twice"
+                                                        : " and " + files[j] + " are one file");
         }
     }
-    if (arguments.files.size() != command.numFiles)
-        return std::string(command.name) + " takes " + std::to_string(command.numFiles) +
-               (command.numFiles == 1 ? " file" : " files");
-    if (command.takesNumbers && arguments.numbers.empty()) return "an instance number is missing";
     return {};
 }
 
@@ -293,7 +283,11 @@ int run(const std::vector<std::string>& words) {
             if (std::any_of(words.begin() + 1, words.end(), isHelp)) return giveHelp();
             Arguments arguments;
             fault = parseArguments(command, {words.begin() + 1, words.end()}, arguments);
+            if (!fault.empty()) break;
+            fault = checkFiles(command, arguments);
             if (fault.empty()) return command.run(arguments);
+            std::cerr << "ovik: " << fault << '\n';
+            return kBadUsage;
         }
     }
     std::cerr << "ovik: " << fault << '\n' << kUsage;
@@ -303,5 +297,12 @@ int run(const std::vector<std::string>& words) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    return run({argv + 1, argv + argc});
+    try {
+        const int status = run({argv + 1, argv + argc});
+        if (std::cout.flush()) return status;
+        std::cerr << "ovik: standard output can't be written\n";
+    } catch (const std::exception& fault) {
+        std::cerr << "ovik: " << fault.what() << '\n';
+    }
+    return kBadUsage;
 }
