@@ -404,16 +404,18 @@ TEST_F(ToolTest, Info) {
               "         1  IFCDIRECTION\n");
 }
 
+const std::string kId = "'0123456789012345678901'";
 std::string assembly(int number, const std::string& name) {
-    return "#" + std::to_string(number) + "=IFCELEMENTASSEMBLY('',$," + name + ",$,$,$,$,$,$,$);\n";
+    return "#" + std::to_string(number) + "=IFCELEMENTASSEMBLY(" + kId + ",$," + name +
+           ",$,$,$,$,$,$,$);\n";
 }
 std::string aggregate(int number, int whole, const std::string& parts) {
-    return "#" + std::to_string(number) + "=IFCRELAGGREGATES('',$,$,$,#" + std::to_string(whole) +
-           ",(" + parts + "));\n";
+    return "#" + std::to_string(number) + "=IFCRELAGGREGATES(" + kId + ",$,$,$,#" +
+           std::to_string(whole) + ",(" + parts + "));\n";
 }
 
 TEST_F(ToolTest, Tree) {
-    make("a.ifc", fileText("IFC4", "#1=IFCPROJECT('',$,'P <1> & \"2\"',$,$,$,$,$,$);\n" +
+    make("a.ifc", fileText("IFC4", "#1=IFCPROJECT(" + kId + ",$,'P <1> & \"2\"',$,$,$,$,$,$);\n" +
                                        // Control characters: nothing that a terminal acts on.
                                        assembly(2, "'A\\X\\9B\\X\\0Ax'") + assembly(3, "$") +
                                        assembly(4, "'\\S\\d'") + assembly(5, "'B'") +

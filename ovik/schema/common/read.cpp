@@ -234,16 +234,15 @@ bool readTypedChoice(Select& value, const SelectType& type, IfcInFiler& in) {
 
 bool readSelect(Select& value, const SelectType& type, IfcInFiler& in) {
     const unsigned start = in.cursor();
+    const ItemBase* const item = in.peek();
     if (type.hasEntities) {
-        const ItemBase* item = in.peek();
         if (const auto* reference = item ? item->as<ItemRef>() : nullptr) {
             if (readEntityChoice(value, type, in, reference->value)) return true;
             in.setCursor(start);
         }
     }
+    const auto* const typed = item ? item->as<ItemChoice>() : nullptr;
     if (type.hasSelects) {
-        const ItemBase* item = in.peek();
-        const auto* typed = item ? item->as<ItemChoice>() : nullptr;
         for (std::size_t tag = 0; tag < type.choices.size(); ++tag) {
             const Choice& choice = type.choices[tag];
             if (!choice.type.is(Kind::Select)) continue;
@@ -257,7 +256,8 @@ bool readSelect(Select& value, const SelectType& type, IfcInFiler& in) {
             in.setCursor(start);
         }
     }
-    return type.hasValues && readTypedChoice(value, type, in);
+    if (type.hasValues && readTypedChoice(value, type, in)) return true;
+    return typed && in.fail(LossCause::kUnknownType);
 }
 
 }  // namespace Ovik::Schema
