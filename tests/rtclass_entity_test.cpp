@@ -45,6 +45,7 @@ TEST(RtClass, KindIsAWalkAlongTheParents) {
     EXPECT_FALSE(Probe::desc()->isKindOf(nullptr));
     EXPECT_STREQ(IfcEntity::desc()->className(), "IfcEntity");
     EXPECT_EQ(IfcEntity::desc()->parent(), nullptr);
+    EXPECT_EQ(Probe::desc()->attributes(), nullptr);
     // A null `this` is told.
     EXPECT_FALSE(isProbe(nullptr));
     destroy(nullptr);

@@ -28,8 +28,8 @@ std::map<EIfcSchemaId, Registry>& registries() {
     return all;
 }
 
-// Tells that the library has started or has been asked for a class: who registers from then on
-// comes after the classes of the schemas.
+// True once the library has started or has been asked for a class. From then on the schemas' own
+// classes count as registered, so a class of the same name is the later one and comes to the front.
 constinit std::atomic<bool> isInUse = false;
 [[maybe_unused]] const bool isStarted = (isInUse = true);
 

@@ -146,7 +146,7 @@ IfcSpatialStructure::~IfcSpatialStructure() = default;
 
 IfcSpatialStructure* IfcSpatialStructure::create(const IfcModel& model) {
     auto* const structure = new IfcSpatialStructureImp;
-    switch (model.schemaId()) {
+    switch (model.schemaId()) {  // a model of another schema has no structure
         case eIFC2X3:
             structure->build<IFC2X3>(model);
             break;

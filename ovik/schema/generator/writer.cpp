@@ -56,6 +56,7 @@ class IfcModel;
 /// - Entities are made by `create`, belong to their model and can't be copied.
 class OVIK_API {{schema}} {
  public:
+    /// What its models and entities answer to `schemaId`.
     static constexpr EIfcSchemaId kSchemaId{{{id}}};
 
     /// An empty model of this schema, with one reference for the caller. With `makeGuids` each new
