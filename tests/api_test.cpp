@@ -241,6 +241,12 @@ TEST_F(Api, ModelsAreReadAndWritten) {
     EXPECT_TRUE(model_->write(b.path.wstring().c_str(), header));
     EXPECT_EQ(a.text(), b.text());
     EXPECT_NE(a.text().find("W\\S\\dnd"), std::string::npos);
+    Ovik::IfcSaveReport report;
+    EXPECT_FALSE(model_->save(b.path, header, nullptr, nullptr, &report));
+    EXPECT_EQ(report.bytes, a.text().size());
+    EXPECT_FALSE(model_->save(b.path.wstring().c_str(), header));
+    EXPECT_EQ(a.text(), b.text());
+    EXPECT_TRUE(model_->save(fs::path("no/such/folder/a.ifc"), header));
     EXPECT_FALSE(model_->write(fs::path("no/such/folder/a.ifc"), header));
     // Characters beyond ASCII, and what is no character, are paths like others.
     constexpr wchar_t kStray[] = L"no/such/\u00E4\xD800/a.ifc";
